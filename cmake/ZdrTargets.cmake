@@ -1,0 +1,61 @@
+# How every target of the project is made: one place for language level, warnings and sanitizers.
+
+find_package(Threads REQUIRED)
+
+# Language, warnings and sanitizers for TARGET, as properties of that target alone, so that a
+# project that takes this one in by add_subdirectory() keeps its own flags.
+function(zdr_configure_target TARGET)
+    target_compile_features(${TARGET} PUBLIC cxx_std_20)
+    set_target_properties(${TARGET} PROPERTIES CXX_EXTENSIONS OFF)
+    target_compile_definitions(${TARGET} PRIVATE
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+        # The protocol's bytes travel as signed char on every processor.
+        target_compile_options(${TARGET} PUBLIC -fsigned-char)
+        target_compile_options(${TARGET} PRIVATE
+            -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Woverloaded-virtual
+            $<$<BOOL:${ZDR_WARNINGS_AS_ERRORS}>:-Werror>)
+    elseif(MSVC)
+        target_compile_options(${TARGET} PRIVATE
+            /W4 /utf-8 $<$<BOOL:${ZDR_WARNINGS_AS_ERRORS}>:/WX>)
+    endif()
+    if(ZDR_SANITIZER)
+        target_compile_options(${TARGET} PRIVATE
+            -fsanitize=${ZDR_SANITIZER} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+        target_link_options(${TARGET} PUBLIC -fsanitize=${ZDR_SANITIZER})
+    endif()
+endfunction()
+
+# zdr_add_library(zdr_comm SOURCES ... DEPENDS ...)
+# One folder of src/ as a static library with the alias zdr::comm. Includes are written from src/.
+function(zdr_add_library TARGET)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;DEPENDS")
+    add_library(${TARGET} STATIC ${ARG_SOURCES})
+    string(REPLACE "zdr_" "zdr::" alias ${TARGET})
+    add_library(${alias} ALIAS ${TARGET})
+    zdr_configure_target(${TARGET})
+    target_include_directories(${TARGET} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+    set_target_properties(${TARGET} PROPERTIES AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}/forms")
+    target_link_libraries(${TARGET} PUBLIC ${ARG_DEPENDS})
+endfunction()
+
+# zdr_add_test(tst_Request SOURCES ... LIBRARIES ... [LAUNCHER ...] [LABELS ...] [THREADED])
+# A Qt Test program named as the class that it tests. SOURCES default to tst_Request.cpp.
+# LAUNCHER is a command put before the program. THREADED tests run under ThreadSanitizer, too.
+function(zdr_add_test TARGET)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "THREADED" "" "SOURCES;LIBRARIES;LAUNCHER;LABELS")
+    if(NOT ARG_SOURCES)
+        set(ARG_SOURCES ${TARGET}.cpp)
+    endif()
+    add_executable(${TARGET} ${ARG_SOURCES})
+    zdr_configure_target(${TARGET})
+    target_link_libraries(${TARGET} PRIVATE ${ARG_LIBRARIES} zdr_test_support Qt6::Test)
+    if(ARG_THREADED)
+        list(APPEND ARG_LABELS threaded)
+    endif()
+    add_test(NAME ${TARGET} COMMAND ${ARG_LAUNCHER} $<TARGET_FILE:${TARGET}>)
+    set_tests_properties(${TARGET} PROPERTIES
+        TIMEOUT 300
+        LABELS "${ARG_LABELS}"
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ZDR_TEST_ENVIRONMENT}")
+endfunction()

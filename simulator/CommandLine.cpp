@@ -1,0 +1,181 @@
+#include "simulator/CommandLine.h"
+
+#include "simulator/FaultPlan.h"
+#include "simulator/Text.h"
+
+#include <algorithm>
+#include <array>
+
+#include <getopt.h>
+
+namespace simulator {
+
+namespace {
+
+constexpr int maxBaudRate = 4000000;
+
+// One option. `set` puts its argument into the options, and returns what is wrong with it.
+struct OptionEntry
+{
+    const char *name;
+    const char *argument; ///< its name in the help; null if the option has none
+    const char *meaning;
+    std::string (*set)(Options &options, const std::string &argument);
+};
+
+template <typename Number>
+std::string setNumber(Number &target, const std::string &argument, int minimum, int maximum)
+{
+    const auto number = parseInt(argument, minimum, maximum);
+    if (!number) {
+        return "not a number from " + std::to_string(minimum) + " to " + std::to_string(maximum);
+    }
+    target = static_cast<Number>(*number);
+    return {};
+}
+
+std::string setFirmware(Options &options, const std::string &argument)
+{
+    const std::size_t point = argument.find('.');
+    const auto major = parseInt(argument.substr(0, point), 0, 127);
+    const auto minor =
+        point == std::string::npos ? std::nullopt : parseInt(argument.substr(point + 1), 0, 127);
+    if (!major || !minor) {
+        return "not a version, MAJOR.MINOR with numbers from 0 to 127";
+    }
+    options.identity.majorVersion = static_cast<std::uint8_t>(*major);
+    options.identity.minorVersion = static_cast<std::uint8_t>(*minor);
+    return {};
+}
+
+std::string setVersionText(Options &options, const std::string &argument)
+{
+    options.identity.versionText = argument;
+    return argument.size() == 8 ? std::string() : "not a text of 8 characters";
+}
+
+std::string setLimits(Options &options, const std::string &argument)
+{
+    options.limits = argument == "clamp" ? LimitPolicy::Clamp : LimitPolicy::Refuse;
+    return argument == "clamp" || argument == "refuse" ? std::string() : "neither refuse nor clamp";
+}
+
+std::string setWithout(Options &options, const std::string &argument)
+{
+    options.startWithUsb = options.startWithUsb && argument != "usb";
+    options.startWithRs485 = options.startWithRs485 && argument != "rs485";
+    return argument == "usb" || argument == "rs485" ? std::string() : "neither usb nor rs485";
+}
+
+constexpr auto entries = std::to_array<OptionEntry>({
+    {"pty", nullptr, "one module on a pseudo-terminal; its path is the first line of output",
+     [](Options &o, const std::string &) { return o.pty = true, std::string(); }},
+    {"plugged", nullptr, "start COMMAND with two modules plugged in, on USB and RS485",
+     [](Options &o, const std::string &) { return o.plugged = true, std::string(); }},
+    {"link", "PATH", "--pty: make PATH a symbolic link to the port, removed at the end",
+     [](Options &o, const std::string &a) { return o.linkPath = a, std::string(); }},
+    {"baud", "RATE", "--pty: answer only at this rate with 8N1; 0, the default: at any",
+     [](Options &o, const std::string &a) { return setNumber(o.baudRate, a, 0, maxBaudRate); }},
+    {"rs485-address", "N", "--plugged: address of the module on RS485 (default 1)",
+     [](Options &o, const std::string &a) { return setNumber(o.rs485Address, a, 0, 255); }},
+    {"rs485-baud", "RATE", "--plugged: the rate of that module (default 9600); 0: any",
+     [](Options &o, const std::string &a) {
+         return setNumber(o.rs485BaudRate, a, 0, maxBaudRate);
+     }},
+    {"without", "PORT", "--plugged: start with the port usb or rs485 pulled out", setWithout},
+    {"address", "N", "address of the module on the pseudo-terminal or USB (default 1)",
+     [](Options &o, const std::string &a) { return setNumber(o.identity.address, a, 0, 255); }},
+    {"reply-address", "N", "address of the host, byte 0 of each reply (default 2)",
+     [](Options &o, const std::string &a) {
+         return setNumber(o.identity.replyAddress, a, 0, 255);
+     }},
+    {"version-text", "TEXT", "version in text form, 8 characters (default 7710V105)",
+     setVersionText},
+    {"firmware", "A.B", "version in number form (default 1.5)", setFirmware},
+    {"limits", "HOW", "values out of range: refuse (default) or clamp to the range", setLimits},
+    {"log", "FILE", "write all that crosses the lines to FILE; -: to the output",
+     [](Options &o, const std::string &a) { return o.logPath = a, std::string(); }},
+    {"help", nullptr, "print this",
+     [](Options &o, const std::string &) { return o.help = true, std::string(); }},
+});
+
+// What can be wrong with the options together.
+std::string contradiction(const Options &options)
+{
+    if (options.help) {
+        return {};
+    }
+    if (options.pty == options.plugged) {
+        return "one of --pty and --plugged is needed";
+    }
+    if (options.plugged && options.command.empty()) {
+        return "--plugged needs a command to start";
+    }
+    if (options.pty && !options.command.empty()) {
+        return "too many arguments: " + options.command.front();
+    }
+    return {};
+}
+
+std::string column(std::string text)
+{
+    constexpr std::size_t width = 27;
+    text.resize(std::max(text.size() + 1, width), ' ');
+    return text;
+}
+
+} // namespace
+
+std::string CommandLine::parse(int argc, char **argv, Options &options)
+{
+    std::array<option, entries.size() + 1> known{};
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        known[i].name = entries[i].name;
+        known[i].has_arg = entries[i].argument ? required_argument : no_argument;
+    }
+
+    // "+": what follows the first argument belongs to the command. ":": no messages from here.
+    int found = 0;
+    int index = 0;
+    while ((found = ::getopt_long(argc, argv, "+:", known.data(), &index)) == 0) {
+        const OptionEntry &entry = entries[static_cast<std::size_t>(index)];
+        const std::string name = std::string("--") + entry.name;
+        const std::string argument = ::optarg ? ::optarg : "";
+        if (const std::string problem = entry.set(options, argument); !problem.empty()) {
+            return name + ": " + problem + ": " + argument;
+        }
+    }
+    if (found != -1) {
+        return (found == ':' ? "missing argument of " : "bad option: ")
+            + std::string(argv[::optind - 1]);
+    }
+    options.command.assign(argv + ::optind, argv + argc);
+    return contradiction(options);
+}
+
+std::string CommandLine::help()
+{
+    std::string text = "Usage: zdr-simulator --pty [OPTIONS]\n"
+                       "       zdr-simulator --plugged [OPTIONS] -- COMMAND [ARGUMENTS]\n"
+                       "Simulates the motor controller module ZDRM-7710 on serial ports.\n\n";
+    for (const OptionEntry &entry : entries) {
+        const std::string argument = entry.argument ? std::string(" ") + entry.argument : "";
+        text += column(std::string("  --") + entry.name + argument) + entry.meaning + "\n";
+    }
+    text += "\nLines on the standard input:\n";
+    for (std::string faults = FaultPlan::help(); !faults.empty();) {
+        const std::size_t end = faults.find('\n') + 1;
+        text += "  " + faults.substr(0, end);
+        faults.erase(0, end);
+    }
+    text += column("  usb LINE, rs485 LINE") + "--plugged: a fault of this port alone\n"
+        + column("  plug PORT, unplug PORT") + "--plugged: plug in or pull out usb or rs485\n"
+        + column("  help") + "print these lines\n" + column("  quit")
+        + "end, the command with it\n"
+          "N is the number of exchanges that a fault holds for; without it, until turned off.\n"
+          "The end of the input ends nothing: the program runs on until quit, SIGINT or SIGTERM,\n"
+          "with --plugged until COMMAND ends, whose exit code it then returns.\n";
+    return text;
+}
+
+} // namespace simulator

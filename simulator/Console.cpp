@@ -1,0 +1,65 @@
+#include "simulator/Console.h"
+
+#include "simulator/Text.h"
+
+namespace simulator {
+
+Console::Console(std::vector<Port> ports, std::function<void()> help, std::function<void()> quit)
+    : m_ports(std::move(ports))
+    , m_help(std::move(help))
+    , m_quit(std::move(quit))
+{
+}
+
+std::string Console::execute(std::string_view line)
+{
+    std::string_view rest = line;
+    const std::string_view word = takeWord(rest);
+    if (word == "fault") {
+        return injectFault(line);
+    }
+    if (const Port *port = findPort(word)) {
+        return port->faults->execute(rest);
+    }
+    if (word == "plug" || word == "unplug") {
+        return movePlug(takeWord(rest), word == "plug" ? &Port::plug : &Port::unplug);
+    }
+    if (word == "help") {
+        m_help();
+    } else if (word == "quit") {
+        m_quit();
+    } else if (!word.empty()) {
+        return "unknown line: " + std::string(word) + " (try help)";
+    }
+    return {};
+}
+
+const Console::Port *Console::findPort(std::string_view name) const
+{
+    for (const Port &port : m_ports) {
+        if (port.name == name) {
+            return &port;
+        }
+    }
+    return nullptr;
+}
+
+std::string Console::injectFault(std::string_view line)
+{
+    std::string problem;
+    for (const Port &port : m_ports) {
+        problem = port.faults->execute(line); // the same for each of them
+    }
+    return problem;
+}
+
+std::string Console::movePlug(std::string_view name, Action Port::*action)
+{
+    const Port *port = findPort(name);
+    if (!port || !(port->*action)) {
+        return "no port to plug or unplug: " + std::string(name);
+    }
+    return (port->*action)();
+}
+
+} // namespace simulator

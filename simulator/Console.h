@@ -1,0 +1,45 @@
+#pragma once
+
+#include "simulator/FaultPlan.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulator {
+
+/// The lines that a user types while the simulator runs.
+class Console
+{
+public:
+    /// Does something; returns an empty text, or in one line what went wrong.
+    using Action = std::function<std::string()>;
+
+    /// A port that lines can be about.
+    struct Port
+    {
+        std::string name;
+        FaultPlan *faults; ///< not owned
+        Action plug; ///< may be empty: this port can't be pulled out
+        Action unplug;
+    };
+
+    /// @p help and @p quit are what the lines of the same name do.
+    Console(std::vector<Port> ports, std::function<void()> help, std::function<void()> quit);
+
+    /// Carries out @p line; an empty one does nothing.
+    /// @return an empty text, or in one line what is wrong
+    std::string execute(std::string_view line);
+
+private:
+    const Port *findPort(std::string_view name) const;
+    std::string injectFault(std::string_view line);
+    std::string movePlug(std::string_view name, Action Port::*action);
+
+    std::vector<Port> m_ports;
+    std::function<void()> m_help;
+    std::function<void()> m_quit;
+};
+
+} // namespace simulator

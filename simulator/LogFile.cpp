@@ -1,0 +1,34 @@
+#include "simulator/LogFile.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace simulator {
+
+LogFile::~LogFile()
+{
+    if (m_file && m_file != stdout) {
+        std::fclose(m_file);
+    }
+}
+
+std::string LogFile::open(const std::string &path)
+{
+    if (path.empty()) {
+        return {};
+    }
+    m_file = path == "-" ? stdout : std::fopen(path.c_str(), "we");
+    return m_file ? std::string() : "cannot write " + path + ": " + std::strerror(errno);
+}
+
+WireLog::Sink LogFile::sinkFor(const std::string &name)
+{
+    return [this, name](const WireLog::Entry &entry) {
+        if (m_file) {
+            std::fprintf(m_file, "%s %s\n", name.c_str(), entry.toText().c_str());
+            std::fflush(m_file);
+        }
+    };
+}
+
+} // namespace simulator

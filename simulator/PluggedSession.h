@@ -1,0 +1,36 @@
+#pragma once
+
+#include "simulator/ChildProcess.h"
+#include "simulator/PluggedPort.h"
+#include "simulator/Session.h"
+#include "simulator/Testbed.h"
+
+#include <memory>
+
+namespace simulator {
+
+/// The mode `--plugged`: a program that sees a USB module and an RS485 adapter plugged in, until
+/// that program ends.
+class PluggedSession : public Session
+{
+public:
+    explicit PluggedSession(const Options &options);
+    ~PluggedSession() override;
+
+protected:
+    std::string start() override;
+    /// Asks the program to end, and after a while makes it.
+    void quit() override;
+    void handleAlarm() override;
+    int finish() override;
+
+private:
+    Console::Port prepare(const std::string &name, PluggedPort &port);
+
+    Testbed m_testbed;
+    PluggedPort m_usb;
+    PluggedPort m_rs485;
+    std::unique_ptr<ChildProcess> m_child;
+};
+
+} // namespace simulator

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "simulator/Module.h"
+#include "simulator/PtyLine.h"
+#include "simulator/Session.h"
+
+namespace simulator {
+
+/// The mode `--pty`: one module on a pseudo-terminal, until told to end.
+class PtySession : public Session
+{
+public:
+    explicit PtySession(const Options &options);
+    ~PtySession() override;
+
+protected:
+    std::string start() override;
+    void quit() override;
+    int finish() override;
+
+private:
+    std::string makeLink();
+
+    Module m_module;
+    PtyLine m_line;
+    bool m_linked = false;
+};
+
+} // namespace simulator

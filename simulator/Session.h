@@ -1,0 +1,59 @@
+#pragma once
+
+#include "simulator/CommandLine.h"
+#include "simulator/Console.h"
+#include "simulator/LineReader.h"
+#include "simulator/LogFile.h"
+#include "simulator/ServingLoop.h"
+#include "simulator/SignalReader.h"
+
+#include <memory>
+#include <string>
+
+namespace simulator {
+
+/// What both modes of the program share: the loop, the console on the standard input, the signals
+/// that end it, and the log.
+class Session
+{
+public:
+    explicit Session(const Options &options);
+    virtual ~Session();
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    /// Runs the mode to its end. @return the program's exit code
+    int run();
+
+protected:
+    /// Sets up all there is to serve. @return an empty text, or in one line what went wrong
+    virtual std::string start() = 0;
+    /// The user wants it to end; the loop has to be stopped sooner or later.
+    virtual void quit() = 0;
+    /// The time given by ::alarm() is over.
+    virtual void handleAlarm() { }
+    /// After the loop has ended: the exit code.
+    virtual int finish() = 0;
+
+    /// Lets lines on the standard input reach @p ports.
+    void listenTo(std::vector<Console::Port> ports);
+
+    const Options &options() const { return m_options; }
+    ServingLoop &loop() { return m_loop; }
+    LogFile &logFile() { return m_logFile; }
+
+private:
+    void handleSignal();
+
+    const Options m_options;
+    SignalReader m_signals; // before all that starts threads
+    ServingLoop m_loop;
+    LogFile m_logFile;
+    std::unique_ptr<Console> m_console;
+    LineReader m_input;
+};
+
+/// Prints @p problem as this program's message on the standard error.
+void complain(const std::string &problem);
+
+} // namespace simulator

@@ -1,0 +1,24 @@
+#include "simulator/CommandLine.h"
+#include "simulator/PluggedSession.h"
+#include "simulator/PtySession.h"
+#include "simulator/Session.h"
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    simulator::Options options;
+    const std::string problem = simulator::CommandLine::parse(argc, argv, options);
+    if (!problem.empty()) {
+        simulator::complain(problem + " (see --help)");
+        return 2;
+    }
+    if (options.help) {
+        std::fputs(simulator::CommandLine::help().c_str(), stdout);
+        return 0;
+    }
+    if (options.pty) {
+        return simulator::PtySession(options).run();
+    }
+    return simulator::PluggedSession(options).run();
+}

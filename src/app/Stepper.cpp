@@ -1,0 +1,210 @@
+// The life of a connection, and the few rules that bind panels to one another.
+
+#include "app/Stepper.h"
+
+#include "comm/CommandNumbers.h"
+#include "comm/QSerialCommandHandler.h"
+#include "ui_Stepper.h"
+
+#include <QDebug>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr char UsbAddress = 1;
+constexpr int FirstModuleTab = 1;
+constexpr int QuickstartTab = 1;
+
+constexpr char ActualPositionParameter = 1;
+constexpr char TargetTorqueParameter = 14;
+constexpr char ClosedLoopModeParameter = static_cast<char>(129);
+
+} // namespace
+
+Stepper::Stepper(QWidget *mainWindow)
+    : m_ui(std::make_unique<Ui::Stepper>())
+    , m_mainWindow(mainWindow)
+    , m_serialHandler(std::make_unique<QSerialCommandHandler>())
+{
+    m_ui->setupUi(this);
+    assemble();
+    enableModuleControls(false);
+    updateTraceCommands(m_moduleAddress);
+    showVelocityDrawer(false);
+    showPositionDrawer(false);
+    showTorqueDrawer(false);
+}
+
+Stepper::~Stepper()
+{
+    m_serialHandler->closeDevice();
+}
+
+// --- Connecting -------------------------------------------------------------------------------
+
+template <typename ConnectionPanel, typename OpenTransport>
+void Stepper::openConnection(char address, ConnectionPanel *panel, OpenTransport open)
+{
+    updateTraceCommands(address);
+    m_deviceDetached = false;
+    if (!open()) {
+        panel->showDisconnected();
+        return;
+    }
+    readModuleSettings();
+    if (m_deviceDetached) {
+        return;
+    }
+    enableModuleControls(true);
+    m_ui->tabWidget->setCurrentIndex(QuickstartTab);
+}
+
+void Stepper::openUsbHandler(QString port)
+{
+    openConnection(UsbAddress, m_ui->wUsbConnection,
+                   [this, &port] { return !port.isEmpty() && m_serialHandler->openDevice(port); });
+}
+
+void Stepper::openSerialHandler(QString port, int baudrate, int address)
+{
+    openConnection(static_cast<char>(address), m_ui->wSerialConnection, [this, &port, baudrate] {
+        if (port.isEmpty() || !m_serialHandler->openDevice(port)) {
+            return false;
+        }
+        m_serialHandler->setBaudrate(baudrate);
+        return true;
+    });
+}
+
+void Stepper::openCANKvaserHandler(int, int sendID, int)
+{
+    // The program has no CAN transport yet, which is a failed open like any other.
+    openConnection(static_cast<char>(sendID), m_ui->wCANKvaserConnection, [] { return false; });
+}
+
+void Stepper::closeUsbHandler()
+{
+    m_serialHandler->closeDevice();
+    enableModuleControls(false);
+}
+
+void Stepper::closeSerialHandler()
+{
+    qDebug() << "closing serial handler...";
+    m_serialHandler->closeDevice();
+    enableModuleControls(false);
+}
+
+void Stepper::closeCANKvaserHandler()
+{
+    qDebug() << "Stepper::closing can kvaser handler...";
+    enableModuleControls(false);
+}
+
+void Stepper::handleAttachedUsbDevice(QString port, QString description)
+{
+    qDebug().nospace() << "Stepper::handleAttachedDevice(" << port << ", " << description << ")";
+    m_ui->wUsbConnection->addDevice(port, description);
+}
+
+void Stepper::handleAttachedSerialDevice(QString port, QString description)
+{
+    qDebug().nospace() << "Stepper::handleAttachedSerialDevice(" << port << ", " << description
+                       << ")";
+    m_ui->wSerialConnection->addDevice(port, description);
+}
+
+void Stepper::handleDetachedUsbDevice(QString port)
+{
+    qDebug().nospace() << "Stepper::handleDetachedUsbDevice(" << port << ")";
+    // Both, whichever of them was in use.
+    m_ui->wUsbConnection->showDisconnected();
+    m_ui->wSerialConnection->showDisconnected();
+    m_deviceDetached = true;
+}
+
+void Stepper::readModuleSettings() { }
+
+void Stepper::enableModuleControls(bool enabled)
+{
+    for (int index = FirstModuleTab; index < m_ui->tabWidget->count(); ++index) {
+        m_ui->tabWidget->setTabEnabled(index, enabled);
+    }
+}
+
+// --- Motion -----------------------------------------------------------------------------------
+
+void Stepper::handleTargetVelocityChange(char address, char motorBank, int value)
+{
+    qDebug().nospace() << "TargetVelocityChange: motor=" << static_cast<int>(motorBank)
+                       << ", value=" << value;
+    onConnectedHandlers([=](auto *handler) {
+        if (value > 0) {
+            handler->doROX(address, motorBank, CommandNumber::RotateRight, value);
+        } else if (value == 0) {
+            handler->doROX(address, motorBank, CommandNumber::MotorStop, 0);
+        } else {
+            handler->doROX(address, motorBank, CommandNumber::RotateLeft, -value);
+        }
+    });
+}
+
+void Stepper::handleTargetPositionChange(char address, char motorBank, char moveType, int value)
+{
+    onConnectedHandlers([=](auto *handler) {
+        handler->doMove(address, motorBank, CommandNumber::MoveToPosition, moveType, value);
+    });
+}
+
+void Stepper::handleActualPositionChange(char address, char motorBank, int value)
+{
+    qDebug().nospace() << "ActualPositionChange: motor=" << static_cast<int>(motorBank)
+                       << ", value=" << value;
+    onConnectedHandlers([=](auto *handler) {
+        handler->setAxisParameter(address, motorBank, ActualPositionParameter, 0);
+    });
+}
+
+void Stepper::handleTargetTorqueChange(char address, char motorBank, int value)
+{
+    qDebug().nospace() << "TargetTorqueChange: motor=" << static_cast<int>(motorBank)
+                       << ", value=" << value;
+    onConnectedHandlers([=](auto *handler) {
+        handler->setAxisParameter(address, motorBank, TargetTorqueParameter, value);
+    });
+}
+
+// --- Loop mode --------------------------------------------------------------------------------
+
+void Stepper::handleSelectedTypeChanged(int type)
+{
+    if (type != 0 && type != 1) {
+        return;
+    }
+    onConnectedHandlers([this, type](auto *handler) {
+        handler->setAxisParameter(m_moduleAddress, 0, ClosedLoopModeParameter, type);
+    });
+}
+
+void Stepper::requestedValue(char, char, char type, int value)
+{
+    if (type != m_loopModeParameter) {
+        return;
+    }
+    // The number stands in the item's text. Choosing the item writes the value just read back to
+    // the module, if the index changed; the echo ends there.
+    const int index = m_ui->cmbLoopMode->findText(QString::number(value) + " :"_L1,
+                                                  Qt::MatchStartsWith | Qt::MatchCaseSensitive);
+    if (index >= 0) {
+        m_ui->cmbLoopMode->setCurrentIndex(index);
+    }
+}
+
+void Stepper::actualLoopModeChanged(QString value)
+{
+    const int mode = value.contains(" :"_L1) ? value.split(" :"_L1).constFirst().toInt() : 0;
+    onConnectedHandlers([this, mode](auto *handler) {
+        handler->setAxisParameter(m_moduleAddress, 0, m_loopModeParameter, mode);
+    });
+}

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+class QSerialCommandHandler;
+
+namespace Ui {
+class Stepper;
+}
+
+/// The central widget and the one assembly point: it owns the transports, wires every panel to
+/// them, tells the panels which module address to talk to, and enables the controls with the
+/// connection. No panel knows another panel or a transport.
+///
+/// There is no current transport: what must reach the module asks each in turn whether it is
+/// connected, and goes out on each that is.
+///
+/// A connection is lost without a message: the connection panels return to ready, the tabs stay as
+/// they were.
+class Stepper : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @p mainWindow is the window that takes the widget over. It is only stored.
+    explicit Stepper(QWidget *mainWindow);
+    /// Closes the transports.
+    ~Stepper() override;
+
+    /// Shows or hides a chart, and has the values that it needs polled or no longer polled.
+    void showVelocityDrawer(bool show);
+    void showPositionDrawer(bool show);
+    void showTorqueDrawer(bool show);
+
+public slots:
+    void handleAttachedUsbDevice(QString port, QString description);
+    /// Also for a module that only failed to answer in time. Both serial panels return to ready;
+    /// the transport is left as it is.
+    void handleDetachedUsbDevice(QString port);
+    /// Over USB the module's address is always 1.
+    void openUsbHandler(QString port);
+    void closeUsbHandler();
+    void openSerialHandler(QString port, int baudrate, int address);
+    void closeSerialHandler();
+    void handleAttachedSerialDevice(QString port, QString description);
+    void openCANKvaserHandler(int bitrate, int sendID, int receiveID);
+    void closeCANKvaserHandler();
+    /// The sign chooses the direction of rotation, 0 stops. Nothing connects to it.
+    void handleTargetVelocityChange(char address, char motorBank, int value);
+    void handleTargetPositionChange(char address, char motorBank, char moveType, int value);
+    /// Sets the actual position to 0, whatever @p value says.
+    void handleActualPositionChange(char address, char motorBank, int value);
+    void handleTargetTorqueChange(char address, char motorBank, int value);
+    /// Loop mode 0 or 1; any other does nothing. Nothing connects to it.
+    void handleSelectedTypeChanged(int type);
+    void exportSettings();
+    void importSettings();
+    void exportSettingsToZDRL();
+    void requestedValue(char address, char motorBank, char type, int value);
+    /// @p value is the text of an item, whose number stands before " :".
+    void actualLoopModeChanged(QString value);
+    void updateTraceValues();
+
+private:
+    void assemble();
+    void wireSerialHandler();
+    void wireConnectionPanels();
+    void wireLoopMode();
+    void wireDirectMode();
+
+    /// What the three open slots have in common: hand @p address to the panels, open the transport
+    /// by @p open (false puts @p panel back to ready), read the settings, enable the controls.
+    template <typename ConnectionPanel, typename OpenTransport>
+    void openConnection(char address, ConnectionPanel *panel, OpenTransport open);
+    /// Lets the panels read their values, one panel at a time, until the module is lost.
+    void readModuleSettings();
+    /// Enables or disables all that needs a module. The connection tab always stays enabled.
+    void enableModuleControls(bool enabled);
+    /// Hands @p address to every panel.
+    void updateTraceCommands(char address);
+
+    /// Calls @p wire with each transport in turn: a connection to both is written once.
+    template <typename Wiring>
+    void withBothHandlers(Wiring wire);
+    /// Calls @p send with each transport that is connected, in turn.
+    template <typename Sending>
+    void onConnectedHandlers(Sending send);
+
+    std::unique_ptr<Ui::Stepper> m_ui;
+    QWidget *m_mainWindow; ///< not owned
+    char m_moduleAddress = 1; ///< from the last open attempt
+    /// Set when the transport goes away, cleared at the start of each open attempt; it ends the
+    /// reading of the settings early. Only calls on this thread change it, nested in an exchange.
+    bool m_deviceDetached = true;
+    char m_loopModeParameter = static_cast<char>(129);
+    std::unique_ptr<QSerialCommandHandler> m_serialHandler; ///< serves USB and RS485 alike
+};
+
+template <typename Wiring>
+void Stepper::withBothHandlers(Wiring wire)
+{
+    wire(m_serialHandler.get());
+}
+
+template <typename Sending>
+void Stepper::onConnectedHandlers(Sending send)
+{
+    withBothHandlers([&send](auto *handler) {
+        if (handler->isConnected()) {
+            send(handler);
+        }
+    });
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+/// One value that is polled periodically. Replies are matched by its numbers; the name is only
+/// for the display.
+class TraceCommand
+{
+public:
+    TraceCommand(char address, char motorBank, char command, char type, QString name);
+    /// Without a name. Mind the order of the arguments: it is that of a request, and differs from
+    /// the other constructor's.
+    TraceCommand(char address, char command, char type, char motorBank);
+
+    char address() const { return m_address; }
+    char motorBank() const { return m_motorBank; }
+    char command() const { return m_command; }
+    /// Axis parameter number.
+    char type() const { return m_type; }
+    /// Use count, 1 after construction and never below 0.
+    int count() const { return m_count; }
+    QString name() const { return m_name; }
+
+    void incrementCount();
+    /// Stops at 0.
+    void decrementCount();
+
+    QString toString() const;
+
+private:
+    char m_address;
+    char m_motorBank;
+    char m_command;
+    char m_type;
+    int m_count = 1;
+    QString m_name;
+};

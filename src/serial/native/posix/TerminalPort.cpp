@@ -1,0 +1,207 @@
+#include "TerminalPort.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QThread>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <linux/major.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Pause between two looks at an output queue that is running empty.
+constexpr unsigned long DrainPollInterval = 1; // ms
+
+/// Calls @p operation again for as long as a signal interrupts it.
+template <typename Operation>
+auto uninterrupted(Operation operation)
+{
+    auto result = operation();
+    while (result == -1 && errno == EINTR)
+        result = operation();
+    return result;
+}
+
+/// The path of a port that is named by its node alone.
+QString nodePath(const QString &name)
+{
+    return name.contains(u'/') ? name : "/dev/"_L1 + name;
+}
+
+int accessMode(QIODevice::OpenMode mode)
+{
+    if (!mode.testFlag(QIODevice::WriteOnly))
+        return O_RDONLY;
+    return mode.testFlag(QIODevice::ReadOnly) ? O_RDWR : O_WRONLY;
+}
+
+} // namespace
+
+TerminalPort::~TerminalPort()
+{
+    close();
+}
+
+bool TerminalPort::open(const QString &name, QIODevice::OpenMode mode)
+{
+    const QByteArray path = QFile::encodeName(nodePath(name));
+    const int flags = accessMode(mode) | O_NOCTTY | O_NONBLOCK | O_CLOEXEC;
+    m_descriptor = uninterrupted([&] { return ::open(path.constData(), flags); });
+    if (isOpen() && !claim()) {
+        ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+    return isOpen();
+}
+
+// The lock comes first: a port that someone else has must not be touched in any way.
+bool TerminalPort::claim()
+{
+    if (!settings() || uninterrupted([this] { return ::flock(m_descriptor, LOCK_EX | LOCK_NB); }))
+        return false;
+    // Keeps out those who don't look at the lock. A node that refuses it is held by the lock alone.
+    control(TIOCEXCL, 0);
+    return true;
+}
+
+void TerminalPort::close()
+{
+    if (!isOpen())
+        return;
+    // The mark outlives this descriptor on a terminal that another one keeps alive.
+    control(TIOCNXCL, 0);
+    ::close(m_descriptor);
+    m_descriptor = -1;
+}
+
+bool TerminalPort::isPseudoTerminal() const
+{
+    struct stat node
+    {
+    };
+    return ::fstat(m_descriptor, &node) == 0 && S_ISCHR(node.st_mode)
+        && major(node.st_rdev) >= UNIX98_PTY_SLAVE_MAJOR
+        && major(node.st_rdev) < UNIX98_PTY_SLAVE_MAJOR + UNIX98_PTY_MAJOR_COUNT;
+}
+
+std::optional<termios2> TerminalPort::settings() const
+{
+    termios2 line{};
+    if (!control(TCGETS2, &line))
+        return {};
+    return line;
+}
+
+bool TerminalPort::setSettings(const termios2 &settings)
+{
+    return control(TCSETS2, &settings);
+}
+
+qint64 TerminalPort::bytesAvailable() const
+{
+    int count = 0;
+    return control(FIONREAD, &count) ? count : -1;
+}
+
+qint64 TerminalPort::read(char *data, qint64 size, int msecs)
+{
+    const QDeadlineTimer deadline(msecs);
+    qint64 done = 0;
+    while (done < size) {
+        const qint64 count =
+            uninterrupted([&] { return ::read(m_descriptor, data + done, size_t(size - done)); });
+        if (count > 0) {
+            done += count;
+            continue;
+        }
+        const bool mayCome = count == -1 && errno == EAGAIN;
+        if (!mayCome || !(wait(POLLIN, int(deadline.remainingTime())) & POLLIN))
+            break;
+    }
+    return done;
+}
+
+qint64 TerminalPort::write(const char *data, qint64 size, int msecs)
+{
+    const QDeadlineTimer deadline(msecs);
+    qint64 done = 0;
+    while (done < size) {
+        const qint64 count =
+            uninterrupted([&] { return ::write(m_descriptor, data + done, size_t(size - done)); });
+        if (count > 0) {
+            done += count;
+            continue;
+        }
+        const bool mayGo = count == -1 && errno == EAGAIN;
+        if (!mayGo || !(wait(POLLOUT, int(deadline.remainingTime())) & POLLOUT))
+            break;
+    }
+    return done;
+}
+
+short TerminalPort::wait(short events, int msecs) const
+{
+    const QDeadlineTimer deadline(msecs);
+    pollfd watched{m_descriptor, events, 0};
+    const int count =
+        uninterrupted([&] { return ::poll(&watched, 1, int(deadline.remainingTime())); });
+    return count > 0 ? watched.revents : short(0);
+}
+
+// Not tcdrain, which waits for ever on a line that flow control holds up.
+bool TerminalPort::waitUntilSent(int msecs) const
+{
+    const QDeadlineTimer deadline(msecs);
+    while (true) {
+        int queued = 0;
+        if (!control(TIOCOUTQ, &queued))
+            return false;
+        // The last bytes stand in the shift register; a terminal without one refuses the question.
+        unsigned int transmitter = TIOCSER_TEMT;
+        control(TIOCSERGETLSR, &transmitter);
+        if (queued == 0 && (transmitter & TIOCSER_TEMT))
+            return true;
+        if (deadline.hasExpired())
+            return false;
+        QThread::msleep(DrainPollInterval);
+    }
+}
+
+bool TerminalPort::drop(int queue)
+{
+    return control(TCFLSH, queue);
+}
+
+std::optional<int> TerminalPort::modemLines() const
+{
+    int lines = 0;
+    if (!control(TIOCMGET, &lines))
+        return {};
+    return lines;
+}
+
+bool TerminalPort::setModemLines(int bits, bool on)
+{
+    return control(on ? TIOCMBIS : TIOCMBIC, &bits);
+}
+
+bool TerminalPort::setBreak(bool hold)
+{
+    return control(hold ? TIOCSBRK : TIOCCBRK, 0);
+}
+
+template <typename Argument>
+bool TerminalPort::control(unsigned long request, Argument argument) const
+{
+    return uninterrupted([&] { return ::ioctl(m_descriptor, request, argument); }) != -1;
+}
