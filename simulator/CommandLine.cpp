@@ -117,6 +117,12 @@ std::string contradiction(const Options &options)
     return {};
 }
 
+std::string describe(const OptionEntry &entry, const std::string &problem,
+                     const std::string &argument)
+{
+    return std::string("--") + entry.name + ": " + problem + ": " + argument;
+}
+
 std::string column(std::string text)
 {
     constexpr std::size_t width = 27;
@@ -139,10 +145,9 @@ std::string CommandLine::parse(int argc, char **argv, Options &options)
     int index = 0;
     while ((found = ::getopt_long(argc, argv, "+:", known.data(), &index)) == 0) {
         const OptionEntry &entry = entries[static_cast<std::size_t>(index)];
-        const std::string name = std::string("--") + entry.name;
         const std::string argument = ::optarg ? ::optarg : "";
         if (const std::string problem = entry.set(options, argument); !problem.empty()) {
-            return name + ": " + problem + ": " + argument;
+            return describe(entry, problem, argument);
         }
     }
     if (found != -1) {

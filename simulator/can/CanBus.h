@@ -11,8 +11,8 @@
 
 namespace simulator {
 
-/// A bus with one module at one end and one CAN interface at the other, as a program sees it through
-/// a CAN library. Faults and logs may be used from every thread, the rest is for one.
+/// A bus with one module at one end and one CAN interface at the other, as a program sees it
+/// through a CAN library. Faults and logs may be used from every thread, the rest is for one.
 ///
 /// The interface keeps the speed that was set last, none at first. While it isn't the module's, the
 /// two don't hear each other.

@@ -23,8 +23,8 @@ enum class CanFunction : std::uint8_t {
     Close,
 };
 
-/// One call of a CAN library's function, as it goes over the local socket to the simulated bus. Both
-/// sides are built together, so the records go as they lie in memory, one a packet.
+/// One call of a CAN library's function, as it goes over the local socket to the simulated bus.
+/// Both sides are built together, so the records go as they lie in memory, one a packet.
 struct CanCall
 {
     /// The arguments in their order, but for the data: of Read, after the handle, only whether

@@ -77,9 +77,9 @@ void CanEndpoint::receive(const CanFrame &frame, Clock::time_point now)
     if (faults.wrongChecksum) {
         answer.data.back() = static_cast<std::uint8_t>(~answer.data.back());
     }
-    // A frame can be too short, but nothing on a bus is longer than eight bytes.
-    constexpr int longest = maxFrameLength;
-    answer.length = static_cast<std::uint8_t>(std::clamp(longest + faults.lengthChange, 0, longest));
+    // As many bytes too short as a datagram is to be. Nothing on a bus is longer than eight bytes.
+    const std::size_t missing = datagramSize - std::min(faults.length, datagramSize);
+    answer.length = static_cast<std::uint8_t>(maxFrameLength - std::min(missing, maxFrameLength));
     for (int copy = 0; copy < faults.copies; ++copy) {
         send(answer, due);
     }

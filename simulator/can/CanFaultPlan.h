@@ -39,7 +39,8 @@ public:
     ///
     /// N is the number of uses that it holds for; without N it holds until turned off. A fault that
     /// is on already is replaced.
-    /// @return an empty text, or in one line what is wrong with @p line, which then changed nothing.
+    /// @return an empty text, or in one line what is wrong with @p line, which then changed
+    /// nothing.
     std::string execute(std::string_view line);
 
     /// The argument of @p fault, 0 if it has none, if it is on; nothing otherwise. Counts the use.

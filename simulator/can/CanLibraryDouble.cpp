@@ -37,7 +37,8 @@ FileDescriptor connectToBus()
     FileDescriptor line(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
     if (!line.isValid()
         || ::setsockopt(line.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) < 0
-        || ::connect(line.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) < 0) {
+        || ::connect(line.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address)
+            < 0) {
         return {};
     }
     return line;
@@ -115,8 +116,8 @@ ZDR_EXPORT int canWrite(int handle, long identifier, void *data, unsigned int le
 ZDR_EXPORT int canRead(int handle, long *identifier, void *data, unsigned int *length,
                        unsigned int *flags, unsigned long *time)
 {
-    const CanAnswer answer
-        = execute(callOf(CanFunction::Read, handle, flags != nullptr, time != nullptr));
+    const CanAnswer answer =
+        execute(callOf(CanFunction::Read, handle, flags != nullptr, time != nullptr));
     if (answer.result == 0) {
         *identifier = answer.frame.identifier;
         *length = answer.frame.length;

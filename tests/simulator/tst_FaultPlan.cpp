@@ -1,0 +1,141 @@
+#include "simulator/FaultPlan.h"
+#include "support/TestCase.h"
+
+#include <QTest>
+
+using simulator::ExchangeFaults;
+using simulator::FaultPlan;
+using namespace std::chrono_literals;
+
+class tst_FaultPlan : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void nothingByDefault();
+    void everyKind();
+    void counts();
+    void untilTurnedOff();
+    void kindsTogether();
+    void replaced();
+    void wrongLines_data();
+    void wrongLines();
+    void helpNamesEveryKind();
+};
+
+void tst_FaultPlan::nothingByDefault()
+{
+    FaultPlan plan;
+    const ExchangeFaults faults = plan.next();
+    QVERIFY(!faults.silence);
+    QCOMPARE(faults.delay, 0ms);
+    QCOMPARE(faults.length, std::size_t(9));
+    QCOMPARE(faults.copies, 1);
+    QVERIFY(!faults.wrongChecksum);
+    QCOMPARE(faults.garbage, std::size_t(0));
+    QVERIFY(!faults.status.has_value());
+}
+
+void tst_FaultPlan::everyKind()
+{
+    const auto first = [](const char *line) {
+        FaultPlan plan;
+        const std::string problem = plan.execute(line);
+        return problem.empty() ? plan.next() : ExchangeFaults{.copies = -1};
+    };
+    QVERIFY(first("fault silence").silence);
+    QCOMPARE(first("fault delay 200").delay, 200ms);
+    QCOMPARE(first("fault late 30").delay, simulator::toolTimeout + 30ms);
+    QCOMPARE(first("fault short").length, std::size_t(8));
+    QCOMPARE(first("fault long").length, std::size_t(10));
+    QCOMPARE(first("fault doubled").copies, 2);
+    QVERIFY(first("fault checksum").wrongChecksum);
+    QCOMPARE(first("fault garbage 7").garbage, std::size_t(7));
+    QCOMPARE(first("  fault\tstatus 4  1\r").status, std::optional<std::uint8_t>(4));
+}
+
+void tst_FaultPlan::counts()
+{
+    FaultPlan plan;
+    QVERIFY(plan.execute("fault silence 2").empty());
+    QVERIFY(plan.next().silence);
+    QVERIFY(plan.next().silence);
+    QVERIFY(!plan.next().silence);
+}
+
+void tst_FaultPlan::untilTurnedOff()
+{
+    FaultPlan plan;
+    QVERIFY(plan.execute("fault silence").empty());
+    QVERIFY(plan.execute("fault doubled").empty());
+    for (int i = 0; i < 100; ++i) {
+        QVERIFY(plan.next().silence);
+    }
+    QVERIFY(plan.execute("fault off silence").empty());
+    QVERIFY(!plan.next().silence);
+    QCOMPARE(plan.next().copies, 2);
+    QVERIFY(plan.execute("fault off").empty());
+    QCOMPARE(plan.next().copies, 1);
+}
+
+void tst_FaultPlan::kindsTogether()
+{
+    FaultPlan plan;
+    QVERIFY(plan.execute("fault delay 10 2").empty());
+    QVERIFY(plan.execute("fault status 3 1").empty());
+    const ExchangeFaults both = plan.next();
+    QCOMPARE(both.delay, 10ms);
+    QCOMPARE(both.status, std::optional<std::uint8_t>(3));
+    const ExchangeFaults one = plan.next();
+    QCOMPARE(one.delay, 10ms);
+    QVERIFY(!one.status.has_value());
+    QCOMPARE(plan.next().delay, 0ms);
+}
+
+void tst_FaultPlan::replaced()
+{
+    FaultPlan plan;
+    QVERIFY(plan.execute("fault delay 10").empty());
+    QVERIFY(plan.execute("fault delay 20 1").empty());
+    QCOMPARE(plan.next().delay, 20ms);
+    QCOMPARE(plan.next().delay, 0ms);
+}
+
+void tst_FaultPlan::wrongLines_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    for (const char *line :
+         {"", "silence", "fault", "fault noise", "fault delay", "fault delay x", "fault delay -1",
+          "fault delay 60001", "fault delay 5 0", "fault delay 5 x", "fault silence 1 2",
+          "fault silence 99999999999", "fault garbage 0", "fault status 256", "fault off noise",
+          "fault off silence silence", "fault silence 1.5"}) {
+        QTest::newRow(line) << QByteArray(line);
+    }
+}
+
+void tst_FaultPlan::wrongLines()
+{
+    QFETCH(QByteArray, line);
+    FaultPlan plan;
+    QVERIFY(plan.execute("fault doubled").empty());
+    const std::string problem = plan.execute(line.toStdString());
+    QVERIFY(!problem.empty());
+    QVERIFY(problem.find('\n') == std::string::npos);
+    const ExchangeFaults faults = plan.next();
+    QCOMPARE(faults.copies, 2); // nothing changed
+    QVERIFY(!faults.silence);
+    QCOMPARE(faults.delay, 0ms);
+}
+
+void tst_FaultPlan::helpNamesEveryKind()
+{
+    const QByteArray help = QByteArray::fromStdString(FaultPlan::help());
+    for (const char *word :
+         {"silence [N]", "delay MS [N]", "late MS [N]", "short [N]", "long [N]", "doubled [N]",
+          "checksum [N]", "garbage BYTES [N]", "status CODE [N]", "off [KIND]"}) {
+        QVERIFY2(help.contains("fault " + QByteArray(word) + ' '), word);
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_FaultPlan)
+#include "tst_FaultPlan.moc"
