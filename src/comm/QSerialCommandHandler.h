@@ -86,7 +86,7 @@ public slots:
     void doMove(char address, char motorBank, char command, char type, int value);
     void doROX(char address, char motorBank, char roxCommand, int value);
     /// Asks for the values in the order of the list, which stays the caller's, as its entries do.
-    void requestTraceValues(QList<TraceCommand *> *); // unnamed: the meta-object shows names
+    void requestTraceValues(QList<TraceCommand *> *); // unnamed by design, as introspection shows
     void doDirectRequest(Command *request, Command *reply) override;
     void doDirectRequestWithoutAnswer(Command *request) override;
 

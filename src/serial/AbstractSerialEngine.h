@@ -40,9 +40,18 @@ public:
     /// The platform's handle of the open port, -1 while closed.
     qintptr descriptor() const;
 
+    /// Opens the port named deviceName() for this program alone and reads its line settings back
+    /// into the getters. False if that failed; the port is closed again then.
     virtual bool open(QIODevice::OpenMode mode) = 0;
+    /// Gives the port back with the timeouts that it had. The line settings stay as they are: that
+    /// asymmetry is by design. True as well if no port is open.
     virtual bool close() = 0;
 
+    /// The setters of the line answer false for an undefined value, for one that doesn't go with
+    /// the present state, and for one that the driver refuses. The getter keeps the old value then;
+    /// a value that the driver refused is sent again with the next setter.
+    ///
+    /// A rate in baud, from 1; @p dir must be AllBaud.
     virtual bool setBaudRate(int rate, AbstractSerial::BaudRateDirection dir) = 0;
     virtual bool setDataBits(AbstractSerial::DataBits value) = 0;
     virtual bool setParity(AbstractSerial::Parity value) = 0;
@@ -56,17 +65,26 @@ public:
     virtual void setTotalReadConstantTimeout(int msecs) = 0;
     virtual int totalReadConstantTimeout() const = 0;
 
+    /// Turns an output line on or off.
     virtual bool setDtr(bool set) = 0;
     virtual bool setRts(bool set) = 0;
+    /// The modem lines that are on, LineErr if they can't be read.
     virtual AbstractSerial::LineStatus lineStatus() = 0;
+    /// Holds the break condition for @p msecs milliseconds and blocks for that time.
     virtual bool sendBreak(int msecs) = 0;
+    /// Holds or releases the break condition.
     virtual bool setBreak(bool set) = 0;
+    /// Waits until everything written has left the port.
     virtual bool flush() = 0;
+    /// Drops what waits in the port, in both directions.
     virtual bool reset() = 0;
 
     /// Bytes that wait in the port, -1 on failure.
     virtual qint64 bytesAvailable() const = 0;
+    /// Reads up to @p maxSize bytes and waits a limited time if less is there. Answers how many
+    /// were read, 0 on failure.
     virtual qint64 read(char *data, qint64 maxSize) = 0;
+    /// Writes @p size bytes. Answers @p size, or -1 if not all of them, or none, could be written.
     virtual qint64 write(const char *data, qint64 size) = 0;
     /// Waits at most @p msecs for one of the asked events; a negative time only polls.
     virtual bool waitForReadOrWrite(bool *readyToRead, bool *readyToWrite, bool checkRead,
@@ -88,12 +106,14 @@ public:
     virtual qint64 secondQueueSize() const = 0;
 
 public slots:
+    /// Each calls the receiver and answers what it answered, false without one.
     bool readNotification();
     bool writeNotification();
     bool exceptionNotification();
     bool lineNotification();
 
 protected:
+    /// @p state is the platform's own; the engine owns it.
     AbstractSerialEngine(std::unique_ptr<AbstractSerialEnginePrivate> state, QObject *parent);
 
     std::unique_ptr<AbstractSerialEnginePrivate> d;

@@ -23,8 +23,9 @@ QString HardwareId::pattern(int windowsVersion)
 
 HardwareId HardwareId::parse(const QStringList &hardwareIds, const QString &pattern)
 {
-    if (hardwareIds.isEmpty())
+    if (hardwareIds.isEmpty()) {
         return {};
+    }
     // An empty pattern matches everywhere, but has no groups: its captures are empty strings.
     const auto match = QRegularExpression(pattern).match(hardwareIds.constFirst());
     return {match.captured(1), match.captured(2)};

@@ -22,11 +22,13 @@ SerialDeviceEnumerator *SerialDeviceEnumerator::instance()
 void SerialDeviceEnumerator::setEnabled(bool enable)
 {
     d->makeNotifier();
-    if (!d->canWatch())
+    if (!d->canWatch()) {
         return;
+    }
     d->notifier->setEnabled(enable);
-    if (enable)
+    if (enable) {
         _q_processWatcher();
+    }
 }
 
 bool SerialDeviceEnumerator::isEnabled() const
@@ -132,8 +134,9 @@ bool SerialDeviceEnumerator::isBusy() const
 
 void SerialDeviceEnumerator::_q_processWatcher()
 {
-    if (!d->canWatch())
+    if (!d->canWatch()) {
         return;
+    }
     d->acceptEvents();
     const SerialInfoMap ports = d->scan();
     if (ports != d->infoMap) {

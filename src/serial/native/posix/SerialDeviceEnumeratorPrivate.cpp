@@ -23,8 +23,9 @@ constexpr char Subsystem[] = "tty";
 udev_monitor *makeMonitor(udev *context)
 {
     udev_monitor *monitor = context ? udev_monitor_new_from_netlink(context, "udev") : nullptr;
-    if (!monitor)
+    if (!monitor) {
         return nullptr;
+    }
     if (udev_monitor_filter_add_match_subsystem_devtype(monitor, Subsystem, nullptr) < 0
         || udev_monitor_enable_receiving(monitor) < 0) {
         udev_monitor_unref(monitor);
@@ -68,8 +69,9 @@ SerialDeviceEnumeratorPrivate::~SerialDeviceEnumeratorPrivate() = default;
 
 void SerialDeviceEnumeratorPrivate::makeNotifier()
 {
-    if (notifier || !monitor)
+    if (notifier || !monitor) {
         return;
+    }
     notifier = std::make_unique<QSocketNotifier>(udev_monitor_get_fd(monitor.get()),
                                                  QSocketNotifier::Read, q);
     QObject::connect(notifier.get(), &QSocketNotifier::activated, q,
@@ -91,8 +93,9 @@ SerialInfoMap SerialDeviceEnumeratorPrivate::scan() const
     SerialInfoMap ports;
     const std::unique_ptr<udev_enumerate, EnumerateUnref> list(udev_enumerate_new(context.get()));
     if (!list || udev_enumerate_add_match_subsystem(list.get(), Subsystem) < 0
-        || udev_enumerate_scan_devices(list.get()) < 0)
+        || udev_enumerate_scan_devices(list.get()) < 0) {
         return ports;
+    }
 
     udev_list_entry *entry = nullptr;
     udev_list_entry_foreach(entry, udev_enumerate_get_list_entry(list.get()))
@@ -101,8 +104,9 @@ SerialInfoMap SerialDeviceEnumeratorPrivate::scan() const
         const Device tty(
             udev_device_new_from_syspath(context.get(), udev_list_entry_get_name(entry)));
         const auto port = tty ? readUdevPort(tty.get()) : std::nullopt;
-        if (port)
+        if (port) {
             ports.insert(port->portName, *port);
+        }
     }
     return ports;
 }
@@ -110,14 +114,16 @@ SerialInfoMap SerialDeviceEnumeratorPrivate::scan() const
 bool SerialDeviceEnumeratorPrivate::isPortBusy() const
 {
     QByteArray path = QFile::encodeName(currentName);
-    if (!path.contains('/'))
+    if (!path.contains('/')) {
         path.prepend("/dev/");
+    }
     int port = -1;
     do {
         port = ::open(path.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     } while (port < 0 && errno == EINTR);
-    if (port < 0)
+    if (port < 0) {
         return true;
+    }
 
     // Root opens a port although it is held without sharing, so ask for that by itself. Nothing
     // else is asked or set: the modem lines move no more than the opening moves them.

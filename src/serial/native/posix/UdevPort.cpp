@@ -35,8 +35,9 @@ QString cleaned(const char *text)
         },
         u' ');
     result = result.simplified().left(MaxTextLength);
-    if (result.endsWith(u' ') || (!result.isEmpty() && result.back().isHighSurrogate()))
+    if (result.endsWith(u' ') || (!result.isEmpty() && result.back().isHighSurrogate())) {
         result.chop(1);
+    }
     return result;
 }
 
@@ -61,8 +62,9 @@ QString either(const QString &preferred, const QString &fallback)
 udev_device *deviceBehind(udev_device *tty)
 {
     udev_device *device = udev_device_get_parent(tty);
-    while (device && qstrcmp(udev_device_get_subsystem(device), "serial-base") == 0)
+    while (device && qstrcmp(udev_device_get_subsystem(device), "serial-base") == 0) {
         device = udev_device_get_parent(device);
+    }
     return device;
 }
 
@@ -71,19 +73,23 @@ udev_device *deviceBehind(udev_device *tty)
 /// small makers share one.
 Names namesOf(udev_device *tty, udev_device *usb)
 {
-    const Names own{attribute(usb, "manufacturer"), attribute(usb, "product")};
-    if (!own.isEmpty())
+    Names own{attribute(usb, "manufacturer"), attribute(usb, "product")};
+    if (!own.isEmpty()) {
         return own;
-    const Names database{property(tty, "ID_VENDOR_FROM_DATABASE"),
-                         property(tty, "ID_MODEL_FROM_DATABASE")};
-    if (!database.isEmpty())
+    }
+    Names database{property(tty, "ID_VENDOR_FROM_DATABASE"),
+                   property(tty, "ID_MODEL_FROM_DATABASE")};
+    if (!database.isEmpty()) {
         return database;
+    }
     // udev puts the bare ids here if the device has no names, and underscores for the blanks.
     Names rules{property(tty, "ID_VENDOR"), property(tty, "ID_MODEL")};
-    if (rules.maker == property(tty, "ID_VENDOR_ID"))
+    if (rules.maker == property(tty, "ID_VENDOR_ID")) {
         rules.maker.clear();
-    if (rules.product == property(tty, "ID_MODEL_ID"))
+    }
+    if (rules.product == property(tty, "ID_MODEL_ID")) {
         rules.product.clear();
+    }
     return {rules.maker.replace(u'_', u' '), rules.product.replace(u'_', u' ')};
 }
 
@@ -100,8 +106,9 @@ QString friendlyName(const Names &names)
 /// The ids by which a USB device's driver is found, in the form that they have on Windows.
 QStringList hardwareIds(const SerialInfo &info, udev_device *usb)
 {
-    if (!usb || info.vendorId.isEmpty() || info.productId.isEmpty())
+    if (!usb || info.vendorId.isEmpty() || info.productId.isEmpty()) {
         return {};
+    }
     const QString id =
         "USB\\VID_"_L1 + info.vendorId.toUpper() + "&PID_"_L1 + info.productId.toUpper();
     const QString revision = attribute(usb, "bcdDevice");
@@ -121,12 +128,14 @@ QString portName(udev_device *tty)
 std::optional<SerialInfo> readUdevPort(udev_device *tty)
 {
     udev_device *const parent = deviceBehind(tty);
-    if (!parent || attribute(tty, "type") == PhantomUart)
+    if (!parent || attribute(tty, "type") == PhantomUart) {
         return std::nullopt;
+    }
     SerialInfo info;
     info.portName = portName(tty);
-    if (!isSerialPortName(info.portName))
+    if (!isSerialPortName(info.portName)) {
         return std::nullopt;
+    }
 
     udev_device *const usb =
         udev_device_get_parent_with_subsystem_devtype(tty, "usb", "usb_device");
@@ -144,8 +153,9 @@ std::optional<SerialInfo> readUdevPort(udev_device *tty)
                                QString::fromUtf8(udev_device_get_sysname(usb ? usb : parent)));
     info.manufacturer = names.maker;
     info.deviceClass = QString::fromUtf8(udev_device_get_subsystem(tty));
-    if (!info.service.isEmpty())
+    if (!info.service.isEmpty()) {
         info.driverPath = "/sys/bus/"_L1 + subsystem + "/drivers/"_L1 + info.service;
+    }
     info.deviceObject = QString::fromUtf8(udev_device_get_syspath(tty));
     return info;
 }

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+
+/// One measured figure against what it is compared with, printed as one row: name, measured value,
+/// floor or peer, ratio, goal.
+struct Figure
+{
+    QString name;
+    double measured;
+    double comparedWith;
+    QString unit;
+    double goal; ///< the ratio that is aimed at, at most
+
+    void print() const;
+};
+
+/// CPU time that the calling thread has used.
+std::chrono::nanoseconds threadCpuTime();
+/// CPU time that the whole process has used.
+std::chrono::nanoseconds processCpuTime();

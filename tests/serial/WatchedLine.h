@@ -1,0 +1,42 @@
+#pragma once
+
+#include "PtyPair.h"
+#include "RecordingReceiver.h"
+#include "serial/AbstractSerialEngine.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QTest>
+
+/// An engine with an open port, whoever hears of it, and the far end of its line.
+struct WatchedLine
+{
+    WatchedLine()
+    {
+        engine = AbstractSerialEngine::createEngine(&parent);
+        engine->setDeviceName(pty.portName());
+        engine->setReceiver(&receiver);
+        isOpen = engine->open(QIODevice::ReadWrite);
+    }
+
+    bool sendUnread(const QByteArray &bytes)
+    {
+        const qint64 before = engine->bytesAvailable();
+        return pty.send(bytes) && QTest::qWaitFor([this, before, &bytes] {
+                   return engine->bytesAvailable() == before + bytes.size();
+               });
+    }
+
+    PtyPair pty;
+    RecordingReceiver receiver;
+    QObject parent;
+    QPointer<AbstractSerialEngine> engine;
+    bool isOpen = false;
+};
+
+/// Runs the event loop as often as would show any call that comes round and round.
+inline void turnTheLoop()
+{
+    for (int turn = 0; turn < 200; ++turn)
+        QCoreApplication::processEvents();
+}
