@@ -2,9 +2,12 @@
 
 #include "simulator/FaultPlan.h"
 #include "simulator/Text.h"
+#include "simulator/can/CanBus.h"
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <sstream>
 
 #include <getopt.h>
 
@@ -60,17 +63,29 @@ std::string setLimits(Options &options, const std::string &argument)
     return argument == "clamp" || argument == "refuse" ? std::string() : "neither refuse nor clamp";
 }
 
+std::string setCanBitRate(Options &options, const std::string &argument)
+{
+    const auto rate = parseInt(argument, 0, std::numeric_limits<int>::max());
+    if (!rate || (*rate != 0 && !CanBus::hasSpeed(*rate))) {
+        return "neither 0 nor a bit rate of CAN interfaces";
+    }
+    options.canBitRate = *rate;
+    return {};
+}
+
 std::string setWithout(Options &options, const std::string &argument)
 {
     options.startWithUsb = options.startWithUsb && argument != "usb";
     options.startWithRs485 = options.startWithRs485 && argument != "rs485";
-    return argument == "usb" || argument == "rs485" ? std::string() : "neither usb nor rs485";
+    options.startWithCan = options.startWithCan && argument != "can";
+    const bool known = argument == "usb" || argument == "rs485" || argument == "can";
+    return known ? std::string() : "not usb, rs485 or can";
 }
 
 constexpr auto entries = std::to_array<OptionEntry>({
     {"pty", nullptr, "one module on a pseudo-terminal; its path is the first line of output",
      [](Options &o, const std::string &) { return o.pty = true, std::string(); }},
-    {"plugged", nullptr, "start COMMAND with two modules plugged in, on USB and RS485",
+    {"plugged", nullptr, "start COMMAND with modules plugged in on USB, RS485 and CAN",
      [](Options &o, const std::string &) { return o.plugged = true, std::string(); }},
     {"link", "PATH", "--pty: make PATH a symbolic link to the port, removed at the end",
      [](Options &o, const std::string &a) { return o.linkPath = a, std::string(); }},
@@ -82,7 +97,11 @@ constexpr auto entries = std::to_array<OptionEntry>({
      [](Options &o, const std::string &a) {
          return setNumber(o.rs485BaudRate, a, 0, maxBaudRate);
      }},
-    {"without", "PORT", "--plugged: start with the port usb or rs485 pulled out", setWithout},
+    {"can-address", "N", "--plugged: address of the module on CAN (default 1)",
+     [](Options &o, const std::string &a) { return setNumber(o.canAddress, a, 0, 255); }},
+    {"can-bitrate", "KBIT", "--plugged: the rate of that module in kBit/s (default 1000); 0: any",
+     setCanBitRate},
+    {"without", "PORT", "--plugged: start with usb, rs485 or can pulled out", setWithout},
     {"address", "N", "address of the module on the pseudo-terminal or USB (default 1)",
      [](Options &o, const std::string &a) { return setNumber(o.identity.address, a, 0, 255); }},
     {"reply-address", "N", "address of the host, byte 0 of each reply (default 2)",
@@ -123,9 +142,20 @@ std::string describe(const OptionEntry &entry, const std::string &problem,
     return std::string("--") + entry.name + ": " + problem + ": " + argument;
 }
 
+// Each line of @p lines two blanks further in.
+std::string indented(const std::string &lines)
+{
+    std::istringstream input(lines);
+    std::string text;
+    for (std::string line; std::getline(input, line);) {
+        text += "  " + line + "\n";
+    }
+    return text;
+}
+
 std::string column(std::string text)
 {
-    constexpr std::size_t width = 27;
+    constexpr std::size_t width = 29;
     text.resize(std::max(text.size() + 1, width), ' ');
     return text;
 }
@@ -160,24 +190,24 @@ std::string CommandLine::parse(int argc, char **argv, Options &options)
 
 std::string CommandLine::help()
 {
-    std::string text = "Usage: zdr-simulator --pty [OPTIONS]\n"
-                       "       zdr-simulator --plugged [OPTIONS] -- COMMAND [ARGUMENTS]\n"
-                       "Simulates the motor controller module ZDRM-7710 on serial ports.\n\n";
+    std::string text =
+        "Usage: zdr-simulator --pty [OPTIONS]\n"
+        "       zdr-simulator --plugged [OPTIONS] -- COMMAND [ARGUMENTS]\n"
+        "Simulates the motor controller module ZDRM-7710 on serial ports and CAN.\n\n";
     for (const OptionEntry &entry : entries) {
         const std::string argument = entry.argument ? std::string(" ") + entry.argument : "";
         text += column(std::string("  --") + entry.name + argument) + entry.meaning + "\n";
     }
     text += "\nLines on the standard input:\n";
-    for (std::string faults = FaultPlan::help(); !faults.empty();) {
-        const std::size_t end = faults.find('\n') + 1;
-        text += "  " + faults.substr(0, end);
-        faults.erase(0, end);
-    }
-    text += column("  usb LINE, rs485 LINE") + "--plugged: a fault of this port alone\n"
-        + column("  plug PORT, unplug PORT") + "--plugged: plug in or pull out usb or rs485\n"
-        + column("  help") + "print these lines\n" + column("  quit")
+    text += indented(FaultPlan::help());
+    text += column("  PORT LINE") + "--plugged: a fault of this port alone: usb, rs485 or can\n";
+    text += indented(CanFaultPlan::help());
+    text += column("  plug PORT, unplug PORT")
+        + "--plugged: plug in or pull out usb, rs485 or can\n" + column("  help")
+        + "print these lines\n" + column("  quit")
         + "end, the command with it\n"
-          "N is the number of exchanges that a fault holds for; without it, until turned off.\n"
+          "N is the number of exchanges that a fault holds for; without it, until turned off. A\n"
+          "canfault is one of the CAN interface, and counts the calls or replies that it spoils.\n"
           "The end of the input ends nothing: the program runs on until quit, SIGINT or SIGTERM,\n"
           "with --plugged until COMMAND ends, whose exit code it then returns.\n";
     return text;

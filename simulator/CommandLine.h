@@ -13,14 +13,17 @@ struct Options
 {
     bool help = false; ///< only print the help
     bool pty = false; ///< one module on a pseudo-terminal
-    bool plugged = false; ///< a program with two ports plugged in
+    bool plugged = false; ///< a program with three modules plugged in
     Identity identity; ///< of the module on the pseudo-terminal or USB port
     LimitPolicy limits = LimitPolicy::Refuse;
     int baudRate = 0; ///< of the module on the pseudo-terminal; 0: any
     std::uint8_t rs485Address = 1; ///< of the module behind the adapter
     int rs485BaudRate = 9600; ///< of the module behind the adapter; 0: any
+    std::uint8_t canAddress = 1; ///< of the module on CAN
+    int canBitRate = 1000; ///< of the module on CAN in kBit/s; 0: any
     bool startWithUsb = true; ///< the USB module is plugged in from the start
     bool startWithRs485 = true; ///< the adapter is plugged in from the start
+    bool startWithCan = true; ///< the CAN interface is plugged in from the start
     std::string linkPath; ///< symbolic link to the port; empty: none
     std::string logPath; ///< where the wire log goes, "-" is standard output; empty: nowhere
     std::vector<std::string> command; ///< the program to start, with its arguments

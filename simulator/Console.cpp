@@ -18,6 +18,9 @@ std::string Console::execute(std::string_view line)
     if (word == "fault") {
         return injectFault(line);
     }
+    if (word == "canfault") {
+        return injectCanFault(line);
+    }
     if (const Port *port = findPort(word)) {
         return port->faults->execute(rest);
     }
@@ -51,6 +54,16 @@ std::string Console::injectFault(std::string_view line)
         problem = port.faults->execute(line); // the same for each of them
     }
     return problem;
+}
+
+std::string Console::injectCanFault(std::string_view line)
+{
+    for (const Port &port : m_ports) {
+        if (port.canFaults) {
+            return port.canFaults->execute(line);
+        }
+    }
+    return "no CAN interface";
 }
 
 std::string Console::movePlug(std::string_view name, Action Port::*action)

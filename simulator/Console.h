@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/FaultPlan.h"
+#include "simulator/can/CanFaultPlan.h"
 
 #include <functional>
 #include <string>
@@ -23,6 +24,7 @@ public:
         FaultPlan *faults; ///< not owned
         Action plug; ///< may be empty: this port can't be pulled out
         Action unplug;
+        CanFaultPlan *canFaults = nullptr; ///< not owned; null: not a CAN interface
     };
 
     /// @p help and @p quit are what the lines of the same name do.
@@ -35,6 +37,7 @@ public:
 private:
     const Port *findPort(std::string_view name) const;
     std::string injectFault(std::string_view line);
+    std::string injectCanFault(std::string_view line);
     std::string movePlug(std::string_view name, Action Port::*action);
 
     std::vector<Port> m_ports;

@@ -23,12 +23,20 @@ std::string LogFile::open(const std::string &path)
 
 WireLog::Sink LogFile::sinkFor(const std::string &name)
 {
-    return [this, name](const WireLog::Entry &entry) {
-        if (m_file) {
-            std::fprintf(m_file, "%s %s\n", name.c_str(), entry.toText().c_str());
-            std::fflush(m_file);
-        }
-    };
+    return [this, name](const WireLog::Entry &entry) { write(name + " " + entry.toText()); };
+}
+
+LineLog::Sink LogFile::sink()
+{
+    return [this](const std::string &line) { write(line); };
+}
+
+void LogFile::write(const std::string &line)
+{
+    if (m_file) {
+        std::fprintf(m_file, "%s\n", line.c_str());
+        std::fflush(m_file);
+    }
 }
 
 } // namespace simulator

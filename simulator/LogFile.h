@@ -1,13 +1,15 @@
 #pragma once
 
 #include "simulator/WireLog.h"
+#include "simulator/can/LineLog.h"
 
 #include <cstdio>
 #include <string>
 
 namespace simulator {
 
-/// A file that takes wire logs as lines, each written out at once: "usb < 01 06 01 ...".
+/// A file that takes logs as lines, each written out at once: "usb < 01 06 01 ...", "can < 001
+/// ...".
 class LogFile
 {
 public:
@@ -23,8 +25,12 @@ public:
     /// A sink that writes with @p name in front; it must not outlive the file. Does nothing without
     /// a file.
     WireLog::Sink sinkFor(const std::string &name);
+    /// The same for a log whose lines say themselves where they are from.
+    LineLog::Sink sink();
 
 private:
+    void write(const std::string &line);
+
     std::FILE *m_file = nullptr;
 };
 

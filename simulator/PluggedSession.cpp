@@ -24,6 +24,7 @@ PluggedSession::PluggedSession(const Options &options)
     , m_usb(m_testbed, loop(), usbModuleDevice(), options.identity, 0)
     , m_rs485(m_testbed, loop(), rs485AdapterDevice(),
               withAddress(options.identity, options.rs485Address), options.rs485BaudRate)
+    , m_can(loop(), withAddress(options.identity, options.canAddress), options.canBitRate)
 {
 }
 
@@ -31,18 +32,14 @@ PluggedSession::~PluggedSession() = default;
 
 std::string PluggedSession::start()
 {
-    listenTo({prepare("usb", m_usb), prepare("rs485", m_rs485)});
-    std::string problem;
-    if (options().startWithUsb) {
-        problem = m_usb.plug();
-    }
-    if (problem.empty() && options().startWithRs485) {
-        problem = m_rs485.plug();
-    }
-    if (!problem.empty()) {
+    listenTo({prepare("usb", m_usb), prepare("rs485", m_rs485), prepareCan()});
+    if (std::string problem = plugAll(); !problem.empty()) {
         return problem;
     }
-    m_child = std::make_unique<ChildProcess>(options().command, m_testbed.environment());
+    std::vector<std::string> environment = m_testbed.environment();
+    const std::vector<std::string> more = m_can.environment();
+    environment.insert(environment.end(), more.begin(), more.end());
+    m_child = std::make_unique<ChildProcess>(options().command, environment);
     if (!m_child->isRunning()) {
         return "cannot start another process";
     }
@@ -72,6 +69,29 @@ Console::Port PluggedSession::prepare(const std::string &name, PluggedPort &port
     port.log().setSink(logFile().sinkFor(name));
     return {name, &port.faults(), [&port] { return port.plug(); },
             [&port] { return port.unplug(); }};
+}
+
+Console::Port PluggedSession::prepareCan()
+{
+    m_can.module().setLimitPolicy(options().limits);
+    m_can.bus().frames().setSink(logFile().sink());
+    return {"can", &m_can.bus().faults(), [this] { return m_can.plug(); },
+            [this] { return m_can.unplug(); }, &m_can.bus().canFaults()};
+}
+
+std::string PluggedSession::plugAll()
+{
+    std::string problem;
+    if (options().startWithUsb) {
+        problem = m_usb.plug();
+    }
+    if (problem.empty() && options().startWithRs485) {
+        problem = m_rs485.plug();
+    }
+    if (problem.empty() && options().startWithCan) {
+        problem = m_can.plug();
+    }
+    return problem;
 }
 
 } // namespace simulator

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/ChildProcess.h"
+#include "simulator/PluggedCan.h"
 #include "simulator/PluggedPort.h"
 #include "simulator/Session.h"
 #include "simulator/Testbed.h"
@@ -9,8 +10,8 @@
 
 namespace simulator {
 
-/// The mode `--plugged`: a program that sees a USB module and an RS485 adapter plugged in, until
-/// that program ends.
+/// The mode `--plugged`: a program that sees a USB module, an RS485 adapter and a CAN interface
+/// plugged in, until that program ends.
 class PluggedSession : public Session
 {
 public:
@@ -26,10 +27,13 @@ protected:
 
 private:
     Console::Port prepare(const std::string &name, PluggedPort &port);
+    Console::Port prepareCan();
+    std::string plugAll();
 
     Testbed m_testbed;
     PluggedPort m_usb;
     PluggedPort m_rs485;
+    PluggedCan m_can;
     std::unique_ptr<ChildProcess> m_child;
 };
 

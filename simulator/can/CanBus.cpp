@@ -38,6 +38,13 @@ CanBus::CanBus(Module &module, int kiloBitsPerSecond)
 {
 }
 
+bool CanBus::hasSpeed(int kiloBitsPerSecond)
+{
+    return std::any_of(speeds.begin(), speeds.end(), [kiloBitsPerSecond](const Speed &speed) {
+        return speed.kiloBitsPerSecond == kiloBitsPerSecond;
+    });
+}
+
 CanAnswer CanBus::execute(int caller, const CanCall &call)
 {
     const CanAnswer result = carryOut(caller, call);

@@ -23,6 +23,9 @@ public:
     /// @param kiloBitsPerSecond the module's own speed; 0: any will do
     explicit CanBus(Module &module, int kiloBitsPerSecond = 0);
 
+    /// Whether a CAN interface can be set to @p kiloBitsPerSecond.
+    static bool hasSpeed(int kiloBitsPerSecond);
+
     /// Carries out @p call of the program @p caller, any number that tells programs apart. Only one
     /// program has the channel open at a time.
     CanAnswer execute(int caller, const CanCall &call);

@@ -1,5 +1,6 @@
 #include "simulator/can/CanBusServer.h"
 
+#include <cerrno>
 #include <cstring>
 #include <utility>
 
@@ -55,6 +56,20 @@ void CanBusServer::attach(ServingLoop &loop)
     }
 }
 
+void CanBusServer::detach()
+{
+    if (!m_loop) {
+        return;
+    }
+    m_loop->unwatch(m_listener.get());
+    for (const FileDescriptor &client : m_clients) {
+        m_loop->unwatch(client.get());
+        m_bus.leave(client.get());
+    }
+    m_clients.clear();
+    m_loop = nullptr;
+}
+
 void CanBusServer::accept()
 {
     FileDescriptor client(
@@ -70,7 +85,11 @@ void CanBusServer::serve(int client)
 {
     CanCall call;
     CanAnswer answer;
-    if (::recv(client, &call, sizeof call, 0) == sizeof call) {
+    const ssize_t size = ::recv(client, &call, sizeof call, 0);
+    if (size < 0 && errno == EAGAIN) {
+        return; // the loop meant an earlier descriptor with the same number
+    }
+    if (size == sizeof call) {
         answer = m_bus.execute(client, call);
         if (::send(client, &answer, sizeof answer, MSG_NOSIGNAL) == sizeof answer) {
             return;

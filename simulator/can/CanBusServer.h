@@ -25,8 +25,12 @@ public:
     bool isListening() const { return m_listener.isValid(); }
     const std::string &path() const { return m_path; }
 
-    /// Lets @p loop serve it from now on. The loop must not run any more when the server ends.
+    /// Lets @p loop serve it from now on. The loop must not run any more when the server ends, or
+    /// the server must be detached.
     void attach(ServingLoop &loop);
+    /// The loop serves it no longer. The programs that it has served are cut off, and what they had
+    /// open is closed.
+    void detach();
 
 private:
     void accept();

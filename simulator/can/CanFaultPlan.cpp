@@ -61,7 +61,7 @@ std::optional<int> CanFaultPlan::take(CanFault fault)
 
 std::string CanFaultPlan::help()
 {
-    constexpr std::size_t column = 30;
+    constexpr std::size_t column = 27;
     const auto line = [](std::string form, const char *meaning) {
         form.resize(column, ' ');
         return form + meaning + "\n";

@@ -33,7 +33,7 @@ FileDescriptor connectToBus()
     if (!path || std::strlen(path) >= sizeof address.sun_path) {
         return {};
     }
-    std::strcpy(address.sun_path, path);
+    std::memcpy(address.sun_path, path, std::strlen(path));
     FileDescriptor line(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
     if (!line.isValid()
         || ::setsockopt(line.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) < 0

@@ -2,8 +2,12 @@
 
 #include "app/Stepper.h"
 
+#include "app/WheelGuard.h"
+#include "comm/ByteText.h"
+#include "comm/CANKvaserCommandHandler.h"
 #include "comm/CommandNumbers.h"
 #include "comm/QSerialCommandHandler.h"
+#include "comm/TraceCommand.h"
 #include "ui_Stepper.h"
 
 #include <QDebug>
@@ -16,6 +20,9 @@ constexpr char UsbAddress = 1;
 constexpr int FirstModuleTab = 1;
 constexpr int QuickstartTab = 1;
 
+/// A pass over a slow line takes long.
+constexpr int SerialTraceDelayMsecs = 500;
+
 constexpr char ActualPositionParameter = 1;
 constexpr char TargetTorqueParameter = 14;
 constexpr char ClosedLoopModeParameter = static_cast<char>(129);
@@ -25,10 +32,16 @@ constexpr char ClosedLoopModeParameter = static_cast<char>(129);
 Stepper::Stepper(QWidget *mainWindow)
     : m_ui(std::make_unique<Ui::Stepper>())
     , m_mainWindow(mainWindow)
-    , m_serialHandler(std::make_unique<QSerialCommandHandler>())
 {
     m_ui->setupUi(this);
-    assemble();
+    createSerialHandler();
+    createCanHandler();
+    wireTraceController();
+    wireConnectionPanels();
+    wireLoopMode();
+    wireDirectMode();
+    WheelGuard::install(this);
+
     enableModuleControls(false);
     updateTraceCommands(m_moduleAddress);
     showVelocityDrawer(false);
@@ -39,6 +52,7 @@ Stepper::Stepper(QWidget *mainWindow)
 Stepper::~Stepper()
 {
     m_serialHandler->closeDevice();
+    m_canHandler->closeDevice();
 }
 
 // --- Connecting -------------------------------------------------------------------------------
@@ -58,6 +72,7 @@ void Stepper::openConnection(char address, ConnectionPanel *panel, OpenTransport
     }
     enableModuleControls(true);
     m_ui->tabWidget->setCurrentIndex(QuickstartTab);
+    m_ui->wTraceController->activateTracing();
 }
 
 void Stepper::openUsbHandler(QString port)
@@ -73,14 +88,17 @@ void Stepper::openSerialHandler(QString port, int baudrate, int address)
             return false;
         }
         m_serialHandler->setBaudrate(baudrate);
+        // Nothing sets the delay back: a later connection over USB or CAN polls as slowly.
+        m_ui->wTraceController->setDelay(SerialTraceDelayMsecs);
         return true;
     });
 }
 
-void Stepper::openCANKvaserHandler(int, int sendID, int)
+void Stepper::openCANKvaserHandler(int bitrate, int sendID, int)
 {
-    // The program has no CAN transport yet, which is a failed open like any other.
-    openConnection(static_cast<char>(sendID), m_ui->wCANKvaserConnection, [] { return false; });
+    // The module is addressed by the send identifier; its replies are known by coming next.
+    openConnection(static_cast<char>(sendID), m_ui->wCANKvaserConnection,
+                   [this, bitrate] { return m_canHandler->openDevice(bitrate); });
 }
 
 void Stepper::closeUsbHandler()
@@ -99,6 +117,7 @@ void Stepper::closeSerialHandler()
 void Stepper::closeCANKvaserHandler()
 {
     qDebug() << "Stepper::closing can kvaser handler...";
+    m_canHandler->closeDevice();
     enableModuleControls(false);
 }
 
@@ -118,26 +137,40 @@ void Stepper::handleAttachedSerialDevice(QString port, QString description)
 void Stepper::handleDetachedUsbDevice(QString port)
 {
     qDebug().nospace() << "Stepper::handleDetachedUsbDevice(" << port << ")";
+    m_ui->wTraceController->deactivateTracing();
     // Both, whichever of them was in use.
     m_ui->wUsbConnection->showDisconnected();
     m_ui->wSerialConnection->showDisconnected();
     m_deviceDetached = true;
 }
 
-void Stepper::readModuleSettings() { }
+void Stepper::handleCanKvaserDeviceClosed(char id)
+{
+    qDebug().nospace() << "Stepper::handleCanKvaserDeviceClosed(" << unsignedByte(id) << ")";
+    m_ui->wTraceController->deactivateTracing();
+    m_ui->wCANKvaserConnection->showDisconnected();
+    m_canHandler->closeDevice();
+    m_deviceDetached = true;
+}
+
+void Stepper::readModuleSettings()
+{
+    // No panel on the tabs has values to read yet.
+}
 
 void Stepper::enableModuleControls(bool enabled)
 {
     for (int index = FirstModuleTab; index < m_ui->tabWidget->count(); ++index) {
         m_ui->tabWidget->setTabEnabled(index, enabled);
     }
+    m_ui->wTraceController->setEnabled(enabled);
 }
 
 // --- Motion -----------------------------------------------------------------------------------
 
 void Stepper::handleTargetVelocityChange(char address, char motorBank, int value)
 {
-    qDebug().nospace() << "TargetVelocityChange: motor=" << static_cast<int>(motorBank)
+    qDebug().nospace() << "TargetVelocityChange: motor=" << unsignedByte(motorBank)
                        << ", value=" << value;
     onConnectedHandlers([=](auto *handler) {
         if (value > 0) {
@@ -145,7 +178,9 @@ void Stepper::handleTargetVelocityChange(char address, char motorBank, int value
         } else if (value == 0) {
             handler->doROX(address, motorBank, CommandNumber::MotorStop, 0);
         } else {
-            handler->doROX(address, motorBank, CommandNumber::RotateLeft, -value);
+            // In unsigned numbers, where the least number has a magnitude, too.
+            const int magnitude = static_cast<int>(0U - static_cast<unsigned int>(value));
+            handler->doROX(address, motorBank, CommandNumber::RotateLeft, magnitude);
         }
     });
 }
@@ -159,7 +194,7 @@ void Stepper::handleTargetPositionChange(char address, char motorBank, char move
 
 void Stepper::handleActualPositionChange(char address, char motorBank, int value)
 {
-    qDebug().nospace() << "ActualPositionChange: motor=" << static_cast<int>(motorBank)
+    qDebug().nospace() << "ActualPositionChange: motor=" << unsignedByte(motorBank)
                        << ", value=" << value;
     onConnectedHandlers([=](auto *handler) {
         handler->setAxisParameter(address, motorBank, ActualPositionParameter, 0);
@@ -168,7 +203,7 @@ void Stepper::handleActualPositionChange(char address, char motorBank, int value
 
 void Stepper::handleTargetTorqueChange(char address, char motorBank, int value)
 {
-    qDebug().nospace() << "TargetTorqueChange: motor=" << static_cast<int>(motorBank)
+    qDebug().nospace() << "TargetTorqueChange: motor=" << unsignedByte(motorBank)
                        << ", value=" << value;
     onConnectedHandlers([=](auto *handler) {
         handler->setAxisParameter(address, motorBank, TargetTorqueParameter, value);

@@ -3,8 +3,11 @@
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
+class CANKvaserCommandHandler;
 class QSerialCommandHandler;
+class TraceCommand;
 
 namespace Ui {
 class Stepper;
@@ -47,6 +50,8 @@ public slots:
     void handleAttachedSerialDevice(QString port, QString description);
     void openCANKvaserHandler(int bitrate, int sendID, int receiveID);
     void closeCANKvaserHandler();
+    /// The CAN module didn't answer: unlike a serial port, the channel is closed.
+    void handleCanKvaserDeviceClosed(char id);
     /// The sign chooses the direction of rotation, 0 stops. Nothing connects to it.
     void handleTargetVelocityChange(char address, char motorBank, int value);
     void handleTargetPositionChange(char address, char motorBank, char moveType, int value);
@@ -64,8 +69,9 @@ public slots:
     void updateTraceValues();
 
 private:
-    void assemble();
-    void wireSerialHandler();
+    void createSerialHandler();
+    void createCanHandler();
+    void wireTraceController();
     void wireConnectionPanels();
     void wireLoopMode();
     void wireDirectMode();
@@ -78,7 +84,7 @@ private:
     void readModuleSettings();
     /// Enables or disables all that needs a module. The connection tab always stays enabled.
     void enableModuleControls(bool enabled);
-    /// Hands @p address to every panel.
+    /// Hands @p address to every panel and builds the list of polled values anew.
     void updateTraceCommands(char address);
 
     /// Calls @p wire with each transport in turn: a connection to both is written once.
@@ -96,12 +102,16 @@ private:
     bool m_deviceDetached = true;
     char m_loopModeParameter = static_cast<char>(129);
     std::unique_ptr<QSerialCommandHandler> m_serialHandler; ///< serves USB and RS485 alike
+    std::unique_ptr<CANKvaserCommandHandler> m_canHandler;
+    std::vector<std::unique_ptr<TraceCommand>>
+        m_traceCommands; ///< what the list of polled values holds
 };
 
 template <typename Wiring>
 void Stepper::withBothHandlers(Wiring wire)
 {
     wire(m_serialHandler.get());
+    wire(m_canHandler.get());
 }
 
 template <typename Sending>

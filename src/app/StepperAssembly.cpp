@@ -2,10 +2,13 @@
 // in the order of the connections.
 
 #include "app/Stepper.h"
-#include "app/WheelGuard.h"
 #include "comm/ByteText.h"
+#include "comm/CANKvaserCommandHandler.h"
 #include "comm/QSerialCommandHandler.h"
+#include "comm/TraceCommand.h"
 #include "ui_Stepper.h"
+
+#include <type_traits>
 
 using namespace Qt::StringLiterals;
 
@@ -14,19 +17,14 @@ namespace {
 /// kBit/s. 20, which the panel's own list has, is left out: the CAN interface has no code for it.
 constexpr int Bitrates[] = {1000, 500, 250, 125, 100, 50, 10};
 
+constexpr int TraceDelayMinimumMsecs = 200;
+constexpr int TraceDelayMsecs = 300;
+
 } // namespace
 
-void Stepper::assemble()
+void Stepper::createSerialHandler()
 {
-    wireSerialHandler();
-    wireConnectionPanels();
-    wireLoopMode();
-    wireDirectMode();
-    WheelGuard::install(this);
-}
-
-void Stepper::wireSerialHandler()
-{
+    m_serialHandler = std::make_unique<QSerialCommandHandler>();
     auto *serial = m_serialHandler.get();
     connect(serial, &QSerialCommandHandler::handleAttachedUsbDevice, this,
             &Stepper::handleAttachedUsbDevice);
@@ -36,6 +34,25 @@ void Stepper::wireSerialHandler()
             &Stepper::handleDetachedUsbDevice);
     // Only now, so that ports plugged in before the start reach the panels as later ones do.
     serial->reportAvailableDevices();
+}
+
+void Stepper::createCanHandler()
+{
+    m_canHandler = std::make_unique<CANKvaserCommandHandler>();
+    connect(m_canHandler.get(), &CANKvaserCommandHandler::deviceClosed, this,
+            &Stepper::handleCanKvaserDeviceClosed);
+}
+
+void Stepper::wireTraceController()
+{
+    auto *trace = m_ui->wTraceController;
+    trace->setDelayMinimum(TraceDelayMinimumMsecs);
+    trace->setDelay(TraceDelayMsecs);
+    withBothHandlers([trace](auto *handler) {
+        using Handler = std::remove_pointer_t<decltype(handler)>;
+        connect(trace, qOverload<QList<TraceCommand *> *>(&WTraceController::requestTraceValues),
+                handler, &Handler::requestTraceValues);
+    });
 }
 
 void Stepper::wireConnectionPanels()

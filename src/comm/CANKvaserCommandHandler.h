@@ -86,7 +86,7 @@ public slots:
     void setIOValue(char address, char type, char motorBank, int value);
     void doMove(char address, char motorBank, char command, char type, int value);
     void doROX(char address, char motorBank, char roxCommand, int value);
-    void requestTraceValues(QList<TraceCommand *> *list);
+    void requestTraceValues(QList<TraceCommand *> *);
     void doDirectRequest(Command *request, Command *reply) override;
     void doDirectRequestWithoutAnswer(Command *request) override;
 

@@ -22,6 +22,7 @@ bool CommandHandlerInterface::isTimeoutedAddress(char address) const
 void CommandHandlerInterface::dumpTimeoutedAddresses() const
 {
     qDebug("CommandHandlerInterface::dumpTimeoutedAddresses() ");
+    // As signed numbers: the list holds the addresses as the signals carry them.
     for (const char address : m_timeoutedAddresses) {
         qDebug().nospace() << "Timeouted: " << QString::number(address);
     }

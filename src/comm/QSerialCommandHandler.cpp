@@ -7,6 +7,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +16,10 @@ namespace {
 
 /// A port is a USB module's if its vendor id starts so, in either case.
 constexpr auto ModuleVendorId = "16d0"_L1;
+/// Hardware ids of a module on another system, of the present and of the former vendor. Nothing
+/// looks for them: the vendor id alone decides.
+[[maybe_unused]] constexpr auto ModuleHardwareId = "VID_16D0&PID_"_L1;
+[[maybe_unused]] constexpr auto FormerModuleHardwareId = "VID_0AB4&PID_0010"_L1;
 /// Part of a module's friendly name that the user needn't see.
 constexpr auto MakerPrefix = "Moravint "_L1;
 

@@ -5,12 +5,12 @@
 #include "comm/CommandNumbers.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/Reply.h"
+#include "comm/ReplyPolling.h"
 #include "comm/Request.h"
 #include "comm/TraceCommand.h"
 #include "serial/AbstractSerial.h"
 
 #include <QDebug>
-#include <QThread>
 
 #include <memory>
 #include <new>
@@ -19,9 +19,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int PollAttempts = 51;
-constexpr unsigned long PollIntervalUsecs = 10000;
 
 /// The form of reading in use for a handler whose object name says "USB construct".
 constexpr int UsbConstructRounds = 60;
@@ -66,12 +63,9 @@ Reply *QSerialCommandHandler::waitForReply(char address)
 
 Reply *QSerialCommandHandler::pollForReply(char address)
 {
-    for (int attempt = 0; attempt < PollAttempts; ++attempt) {
-        if (std::unique_ptr<Reply> reply{readDatagram()}) {
-            dumpReply(*reply);
-            return reply.release();
-        }
-        QThread::usleep(PollIntervalUsecs);
+    if (Reply *reply = ReplyPolling::firstReply([this] { return readDatagram(); })) {
+        dumpReply(*reply);
+        return reply;
     }
     qDebug() << "QSerialCommandHandler: communicationTimeouted!" << objectName() << Qt::endl
              << bytesAvailable() << m_device << isDeviceOpen();

@@ -42,8 +42,11 @@ void AppSettings::saveWidgetGeometry(QWidget *widget, const QString &suffix)
 void AppSettings::restoreWidgetGeometry(QWidget *widget, const QString &suffix)
 {
     // The screen's own origin isn't added: the primary screen's is the desktop's.
-    const QSize screen = QGuiApplication::primaryScreen()->geometry().size();
-    widget->move((screen.width() - widget->width()) / 2, (screen.height() - widget->height()) / 2);
+    if (const QScreen *primary = QGuiApplication::primaryScreen()) {
+        const QSize screen = primary->geometry().size();
+        widget->move((screen.width() - widget->width()) / 2,
+                     (screen.height() - widget->height()) / 2);
+    }
 
     beginGroup(Group);
     if (auto *window = qobject_cast<QMainWindow *>(widget)) {

@@ -1,5 +1,6 @@
 #include "app/WheelGuard.h"
 #include "support/TestCase.h"
+#include "support/TurnWheel.h"
 
 #include <QComboBox>
 #include <QDial>
@@ -9,18 +10,8 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
 namespace {
-
-/// One wheel step away from the user, over the middle of @p widget, as the window system sends it.
-void turnWheel(QWidget *widget)
-{
-    const QPointF pos = widget->rect().center();
-    QWheelEvent event(pos, widget->mapToGlobal(pos), QPoint(), QPoint(0, 120), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(widget, &event);
-}
 
 int valueOf(const QWidget *widget)
 {

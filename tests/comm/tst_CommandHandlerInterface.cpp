@@ -1,6 +1,6 @@
 #include "comm/Command.h"
 #include "comm/CommandHandlerInterface.h"
-#include "comm/MetaMethods.h"
+#include "support/MetaMethods.h"
 #include "support/DebugLog.h"
 #include "support/TestCase.h"
 

@@ -1,5 +1,5 @@
 #include "comm/Command.h"
-#include "comm/MetaMethods.h"
+#include "support/MetaMethods.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/Reply.h"
 #include "comm/Request.h"

@@ -12,8 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Starts the program as a user does, with modules plugged in, lets a script drive it with mouse and
-/// keys, and compares all that crossed the wire.
+/// Starts the program as a user does, with modules plugged in, lets a script drive it with mouse
+/// and keys, and compares all that crossed the wire.
 class tst_Tool : public TestCase
 {
     Q_OBJECT
@@ -25,6 +25,8 @@ private slots:
     void portPulledOutWhileIdle();
     void portPulledOutInAnExchange();
     void closingWhileConnectedSaysNothing();
+    void closingWhilePollingEndsAtOnce();
+    void settingsFileIsLeftAlone();
 
 private:
     /// Runs the script to its end. A line that it prints reaches @p onPrint, which may write to the
@@ -32,6 +34,8 @@ private:
     void run(const QString &script, const QStringList &environment = {},
              const std::function<void(SimulatorProcess &, const QString &)> &onPrint = {});
     QStringList wireLog() const;
+    /// The wire log without what the polling asks for all the time, and the answers to it.
+    QStringList commandLog() const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -46,14 +50,14 @@ void tst_Tool::init()
 void tst_Tool::run(const QString &script, const QStringList &environment,
                    const std::function<void(SimulatorProcess &, const QString &)> &onPrint)
 {
-    QStringList command = {u"env"_s,
-                           u"DEMO_PICTURES="_s + m_folder->path(),
+    QStringList command = {u"env"_s, u"DEMO_PICTURES="_s + m_folder->path(),
                            u"QT_PLUGIN_PATH="_s + QStringLiteral(ZDR_DRIVER_PLUGINS),
                            u"QT_QPA_GENERIC_PLUGINS=zdrdriver:"_s + script};
     command += environment;
     command += {QStringLiteral(ZDR_LAUNCHER), QStringLiteral(ZDR_TOOL)};
     SimulatorProcess simulator(QStringList{u"--plugged"_s, u"--rs485-address"_s, u"7"_s,
-                                           u"--rs485-baud"_s, u"14400"_s, u"--log"_s,
+                                           u"--rs485-baud"_s, u"14400"_s, u"--can-address"_s,
+                                           u"9"_s, u"--can-bitrate"_s, u"500"_s, u"--log"_s,
                                            m_folder->filePath(u"wire.log"_s), u"--"_s}
                                + command);
     QStringList report;
@@ -78,6 +82,24 @@ QStringList tst_Tool::wireLog() const
     return QString::fromLatin1(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
 }
 
+QStringList tst_Tool::commandLog() const
+{
+    static const QRegularExpression poll(
+        u"< (?:.. 06|00. \\[8\\] 06) (?:12|96|97|98|83|01|0F) 00 00 00 00 00 "_s);
+    QStringList commands;
+    bool isAnswerToPoll = false;
+    const QStringList log = wireLog();
+    for (const QString &line : log) {
+        if (line.contains(u" < "_s)) {
+            isAnswerToPoll = poll.match(line).hasMatch();
+        }
+        if (!isAnswerToPoll) {
+            commands.append(line);
+        }
+    }
+    return commands;
+}
+
 void tst_Tool::demo_data()
 {
     QTest::addColumn<QStringList>("environment");
@@ -91,14 +113,21 @@ void tst_Tool::demo()
 {
     QFETCH(QStringList, environment);
     run(QStringLiteral(ZDR_DEMO_STEPS), environment);
-    QCOMPARE(wireLog(), QStringList({u"usb < 01 06 04 00 00 00 00 00 0B"_s,
-                                     u"usb > 02 01 64 06 00 00 C8 00 35"_s,
-                                     u"rs485 < 07 06 05 00 00 00 00 00 12"_s,
-                                     u"rs485 > 02 07 64 06 00 00 C8 00 3B"_s}));
-    const QStringList pictures = QDir(m_folder->path()).entryList({u"*.png"_s}, QDir::Files, QDir::Name);
-    QCOMPARE(pictures, QStringList({u"connection.png"_s, u"direct-command.png"_s, u"rs485.png"_s}));
-    const QSize windowSize = QSize(1000, 500) * (environment.contains(u"QT_SCALE_FACTOR=2"_s) ? 2 : 1);
-    QCOMPARE(QImage(m_folder->filePath(u"connection.png"_s)).size(), windowSize);
+    QCOMPARE(commandLog(),
+             QStringList({
+                 u"usb < 01 06 04 00 00 00 00 00 0B"_s,
+                 u"usb > 02 01 64 06 00 00 C8 00 35"_s,
+                 u"rs485 < 07 06 05 00 00 00 00 00 12"_s,
+                 u"rs485 > 02 07 64 06 00 00 C8 00 3B"_s,
+                 u"can < 009 [8] 06 04 00 00 00 00 00 03"_s,
+                 u"can > 002 [8] 09 64 06 00 00 C8 00 03"_s,
+             }));
+    const QDir folder(m_folder->path());
+    QCOMPARE(
+        folder.entryList({u"*.png"_s}, QDir::Files, QDir::Name),
+        QStringList({u"can.png"_s, u"connection.png"_s, u"direct-command.png"_s, u"rs485.png"_s}));
+    const int scale = environment.contains(u"QT_SCALE_FACTOR=2"_s) ? 2 : 1;
+    QCOMPARE(QImage(folder.filePath(u"connection.png"_s)).size(), QSize(1000, 500) * scale);
 }
 
 void tst_Tool::portPulledOutWhileIdle()
@@ -106,7 +135,7 @@ void tst_Tool::portPulledOutWhileIdle()
     run(QStringLiteral(ZDR_SCRIPTS "/pull-out-idle.steps"), {},
         [](SimulatorProcess &simulator, const QString &line) { simulator.writeLine(line); });
     // Nothing went out while the port was away.
-    QCOMPARE(wireLog().filter(u"usb <"_s).size(), 1);
+    QCOMPARE(commandLog().filter(u"usb <"_s).size(), 1);
 }
 
 void tst_Tool::portPulledOutInAnExchange()
@@ -117,17 +146,39 @@ void tst_Tool::portPulledOutInAnExchange()
                 simulator.writeLine(line);
                 return;
             }
-            QTRY_VERIFY(!wireLog().isEmpty());
+            QTRY_VERIFY(!commandLog().isEmpty());
             simulator.writeLine(u"unplug usb"_s);
         });
-    QCOMPARE(wireLog(), QStringList(u"usb < 01 01 00 00 00 00 00 00 02"_s));
+    QCOMPARE(commandLog(), QStringList(u"usb < 01 01 00 00 00 00 00 00 02"_s));
 }
 
 void tst_Tool::closingWhileConnectedSaysNothing()
 {
     run(QStringLiteral(ZDR_SCRIPTS "/close-connected.steps"));
-    QCOMPARE(wireLog(), QStringList({u"usb < 01 01 00 00 00 00 03 E8 ED"_s,
-                                     u"usb > 02 01 64 01 00 00 03 E8 53"_s}));
+    // No stop and no close, though the motor turns.
+    QCOMPARE(commandLog(),
+             QStringList(
+                 {u"usb < 01 01 00 00 00 00 03 E8 ED"_s, u"usb > 02 01 64 01 00 00 03 E8 53"_s}));
+}
+
+void tst_Tool::closingWhilePollingEndsAtOnce()
+{
+    QStringList logWhenAsleep;
+    run(QStringLiteral(ZDR_SCRIPTS "/close-polling.steps"), {},
+        [&](SimulatorProcess &, const QString &line) {
+            if (line == "asleep"_L1) {
+                logWhenAsleep = wireLog();
+            }
+        });
+    QVERIFY(!logWhenAsleep.isEmpty());
+    QCOMPARE(wireLog(), logWhenAsleep);
+}
+
+void tst_Tool::settingsFileIsLeftAlone()
+{
+    run(QStringLiteral(ZDR_SCRIPTS "/close-connected.steps"),
+        {u"XDG_CONFIG_HOME="_s + m_folder->filePath(u"config"_s)});
+    QVERIFY(!QDir(m_folder->filePath(u"config"_s)).exists());
 }
 
 QTEST_GUILESS_MAIN(tst_Tool)

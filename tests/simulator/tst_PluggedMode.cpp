@@ -215,13 +215,13 @@ void tst_PluggedMode::plugTwice()
     program.writeLine(u"plug usb"_s);
     program.writeLine(u"unplug rs485"_s);
     program.writeLine(u"unplug rs485"_s);
-    program.writeLine(u"plug can"_s);
+    program.writeLine(u"plug lpt"_s);
     program.writeLine(u"unplug usb"_s);
     QCOMPARE(program.waitForEnd(), 0);
     QCOMPARE(program.messages(),
              u"zdr-simulator: ttyACM0 is plugged in already\n"
              "zdr-simulator: ttyUSB0 is not plugged in\n"
-             "zdr-simulator: no port to plug or unplug: can\n"_s);
+             "zdr-simulator: no port to plug or unplug: lpt\n"_s);
 }
 
 void tst_PluggedMode::quitEndsTheCommand()

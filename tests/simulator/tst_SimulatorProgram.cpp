@@ -49,11 +49,26 @@ void tst_SimulatorProgram::help()
     SimulatorProcess program({u"--help"_s});
     QCOMPARE(program.waitForEnd(), 0);
     const QString text = program.output();
-    for (const char *word :
-         {"--pty", "--plugged", "--link PATH", "--baud RATE", "--address N", "--reply-address N",
-          "--version-text TEXT", "--firmware A.B", "--limits HOW", "--rs485-address N",
-          "--rs485-baud RATE", "--without PORT", "--log FILE", "--help", "fault silence [N]",
-          "plug PORT, unplug PORT", "quit"}) {
+    for (const char *word : {"--pty",
+                             "--plugged",
+                             "--link PATH",
+                             "--baud RATE",
+                             "--address N",
+                             "--reply-address N",
+                             "--version-text TEXT",
+                             "--firmware A.B",
+                             "--limits HOW",
+                             "--rs485-address N",
+                             "--rs485-baud RATE",
+                             "--can-address N",
+                             "--can-bitrate KBIT",
+                             "--without PORT",
+                             "--log FILE",
+                             "--help",
+                             "fault silence [N]",
+                             "canfault foreign ID [N]",
+                             "plug PORT, unplug PORT",
+                             "quit"}) {
         QVERIFY2(text.contains(QLatin1String(word)), word);
     }
     QVERIFY(program.messages().isEmpty());
@@ -83,7 +98,11 @@ void tst_SimulatorProgram::wrongOptions_data()
         {u"--firmware"_s, u"a.b"_s},
         {u"--version-text"_s, u"short"_s},
         {u"--limits"_s, u"none"_s},
-        {u"--without"_s, u"can"_s},
+        {u"--without"_s, u"pty"_s},
+        {u"--can-address"_s, u"256"_s},
+        {u"--can-bitrate"_s, u"300"_s},
+        {u"--can-bitrate"_s, u"-1"_s},
+        {u"--can-bitrate"_s, u"fast"_s},
     };
     for (const QStringList &value : values) {
         QTest::newRow(qPrintable(value.join(u' '))) << QStringList{u"--pty"_s} + value;
@@ -165,13 +184,14 @@ void tst_SimulatorProgram::wrongLines()
 {
     SimulatorProcess program({u"--pty"_s});
     QVERIFY(!program.readLine().isEmpty());
-    for (const QString &line : {u"fault noise"_s, u"plug pty"_s, u"unplug usb"_s,
-                                u"usb fault off"_s, u"pty"_s, u""_s, QString(5000, u'x')}) {
+    for (const QString &line :
+         {u"fault noise"_s, u"plug pty"_s, u"unplug usb"_s, u"usb fault off"_s, u"pty"_s,
+          u"canfault off"_s, u""_s, QString(5000, u'x')}) {
         program.writeLine(line);
     }
     program.writeLine(u"quit"_s);
     QCOMPARE(program.waitForEnd(), 0);
-    QCOMPARE(program.messages().count(u"zdr-simulator: "_s), 5); // not for the last two
+    QCOMPARE(program.messages().count(u"zdr-simulator: "_s), 6); // not for the last two
 }
 
 void tst_SimulatorProgram::endOfInputEndsNothing()

@@ -15,7 +15,7 @@ namespace MissingCanEntry {
 
 constexpr int Answer = -1;
 
-inline void CANLIB_API initialize() {}
+inline void CANLIB_API initialize() { }
 
 template <typename... Arguments>
 int CANLIB_API fail(Arguments...)
@@ -43,21 +43,19 @@ struct CanLibrary
     /// timing arguments unused.
     int(CANLIB_API *canSetBusParams)(int handle, long code, unsigned int timeSegment1,
                                      unsigned int timeSegment2, unsigned int jumpWidth,
-                                     unsigned int samples, unsigned int syncMode)
-        = MissingCanEntry::fail;
+                                     unsigned int samples,
+                                     unsigned int syncMode) = MissingCanEntry::fail;
     /// Takes the channel on the bus.
     int(CANLIB_API *canBusOn)(int handle) = MissingCanEntry::fail;
     /// Takes the channel off the bus.
     int(CANLIB_API *canBusOff)(int handle) = MissingCanEntry::fail;
     /// Queues one frame of @p length bytes and returns at once. @p flags 0 is a standard frame.
     int(CANLIB_API *canWrite)(int handle, long identifier, void *data, unsigned int length,
-                              unsigned int flags)
-        = MissingCanEntry::fail;
+                              unsigned int flags) = MissingCanEntry::fail;
     /// Takes one received frame and answers 0. Any other answer: there was none, and nothing is
     /// written. @p data has room for 8 bytes; @p flags and @p time may be null.
     int(CANLIB_API *canRead)(int handle, long *identifier, void *data, unsigned int *length,
-                             unsigned int *flags, unsigned long *time)
-        = MissingCanEntry::fail;
+                             unsigned int *flags, unsigned long *time) = MissingCanEntry::fail;
 };
 
 /// The one table of the process. Before the first successful loadCanLibrary() every function in it

@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <utility>
+
 #ifdef ZDR_HAVE_LIBSOCKETCAN
 #include <libsocketcan.h>
 #endif

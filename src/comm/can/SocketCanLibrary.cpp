@@ -22,13 +22,12 @@ SocketCanChannel &channel()
 
 CanLibrary socketCanLibrary()
 {
-    CanLibrary library;
+    CanLibrary library; // canInitializeLibrary stays as it is: there is nothing to prepare
     library.canOpenChannel = [](int number, int) { return channel().open(number); };
     library.canClose = [](int handle) { return channel().close(handle); };
     library.canSetBusParams = [](int handle, long code, unsigned int, unsigned int, unsigned int,
-                                 unsigned int, unsigned int) {
-        return channel().setBusParams(handle, code);
-    };
+                                 unsigned int,
+                                 unsigned int) { return channel().setBusParams(handle, code); };
     library.canBusOn = [](int handle) { return channel().busOn(handle); };
     library.canBusOff = [](int handle) { return channel().busOff(handle); };
     library.canWrite = [](int handle, long identifier, void *data, unsigned int length,

@@ -131,9 +131,9 @@ void tst_CanFaultPlan::helpNamesEachFault()
 {
     const QByteArrayList lines = QByteArray::fromStdString(CanFaultPlan::help()).split('\n');
     QCOMPARE(lines.size(), 9); // seven faults, the line for off, and the end
-    QCOMPARE(lines.at(0), QByteArray("canfault no-channel [N]       the channel can't be opened"));
-    QCOMPARE(lines.at(6), QByteArray("canfault module-id ID [N]     the reply names module ID"));
-    QCOMPARE(lines.at(7), QByteArray("canfault off [KIND]           that fault off, or all"));
+    QCOMPARE(lines.at(0), QByteArray("canfault no-channel [N]    the channel can't be opened"));
+    QCOMPARE(lines.at(6), QByteArray("canfault module-id ID [N]  the reply names module ID"));
+    QCOMPARE(lines.at(7), QByteArray("canfault off [KIND]        that fault off, or all"));
 }
 
 QTEST_GUILESS_MAIN(tst_CanFaultPlan)

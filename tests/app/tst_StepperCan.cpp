@@ -1,0 +1,144 @@
+#include "app/StepperTest.h"
+#include "support/SimulatedCanBus.h"
+#include "support/SimulatedPort.h"
+
+using namespace Qt::StringLiterals;
+
+/// The life of a connection over CAN, with a simulated module behind the double of the maker's
+/// library.
+class tst_StepperCan : public StepperTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void connectUsesTheSendIdentifierAndTheBitRate();
+    void directCommandGoesOverCanAlone();
+    void silentModuleClosesTheChannel();
+    void refusedChannelPutsThePanelBackToReady();
+    void disconnectClosesTheChannel();
+    void bothTransportsGetEachCommand();
+    void moduleOfAnotherIdentifierIsSilentForTheFirstPassOnly();
+
+private:
+    QStringList requests() const { return m_bus->frames().filter(u"can < "_s); }
+    void stopCanPolling();
+
+    std::unique_ptr<SimulatedCanBus> m_bus;
+};
+
+void tst_StepperCan::init()
+{
+    m_bus = std::make_unique<SimulatedCanBus>(simulator::Identity{.address = 5}, 500);
+    StepperTest::init();
+}
+
+void tst_StepperCan::cleanup()
+{
+    StepperTest::cleanup();
+    m_bus.reset();
+}
+
+void tst_StepperCan::stopCanPolling()
+{
+    QTRY_COMPARE_GE(requests().size(), 7);
+    child<QPushButton>("btnStop", "wTraceController")->click();
+    QCoreApplication::processEvents();
+    m_bus->clear();
+}
+
+void tst_StepperCan::connectUsesTheSendIdentifierAndTheBitRate()
+{
+    connectOverCan(500, 5, 2);
+    QVERIFY(moduleTabsAreEnabled());
+    QCOMPARE(child<QTabWidget>("tabWidget")->currentIndex(), 1);
+    QTRY_COMPARE_GE(requests().size(), 7);
+    QCOMPARE(
+        requests().first(7),
+        QStringList(
+            {u"can < 005 [8] 06 12 00 00 00 00 00 03"_s, u"can < 005 [8] 06 96 00 00 00 00 00 03"_s,
+             u"can < 005 [8] 06 97 00 00 00 00 00 03"_s, u"can < 005 [8] 06 98 00 00 00 00 00 03"_s,
+             u"can < 005 [8] 06 83 00 00 00 00 00 03"_s, u"can < 005 [8] 06 01 00 00 00 00 00 03"_s,
+             u"can < 005 [8] 06 0F 00 00 00 00 00 03"_s}));
+}
+
+void tst_StepperCan::directCommandGoesOverCanAlone()
+{
+    connectOverCan(500, 5, 2);
+    stopCanPolling();
+    sendDirectCommand(u"6 - GAP"_s, 4);
+    QCOMPARE(requests(), QStringList(u"can < 005 [8] 06 04 00 00 00 00 00 03"_s));
+    QCOMPARE(child<QSpinBox>("sbReplyAddress")->value(), 5);
+    QCOMPARE(child<QSpinBox>("sbReplyType")->value(), 100);
+    QVERIFY(m_log->lines().filter(u"could not send data"_s).isEmpty());
+}
+
+void tst_StepperCan::silentModuleClosesTheChannel()
+{
+    connectOverCan(500, 5, 2);
+    stopCanPolling();
+    QVERIFY(m_bus->fault(u"silence"_s));
+    m_log->clear();
+    sendDirectCommand(u"6 - GAP"_s, 4);
+    QVERIFY(isReady("wCANKvaserConnection"));
+    QVERIFY2(moduleTabsAreEnabled(), "the tabs stay as they were");
+    QVERIFY(m_log->lines().contains(u"Stepper::handleCanKvaserDeviceClosed(5)"_s));
+    QVERIFY(m_log->lines().contains(u"CANKvaserCommandHandler::closeDevice"_s));
+
+    QVERIFY(m_bus->fault(u"off"_s));
+    connectOverCan(500, 5, 2);
+    QVERIFY(!isReady("wCANKvaserConnection"));
+}
+
+void tst_StepperCan::refusedChannelPutsThePanelBackToReady()
+{
+    QVERIFY(m_bus->canFault(u"no-channel"_s));
+    connectOverCan(500, 9, 2);
+    QVERIFY(isReady("wCANKvaserConnection"));
+    QVERIFY(moduleTabsAreDisabled());
+    QCOMPARE(child<QSpinBox>("sbRequestAddress")->value(), 9);
+}
+
+void tst_StepperCan::disconnectClosesTheChannel()
+{
+    connectOverCan(500, 5, 2);
+    m_log->clear();
+    child<QTabWidget>("tabWidget")->setCurrentIndex(0);
+    click("wCANKvaserConnection", "btnDisconnect");
+    QVERIFY(isReady("wCANKvaserConnection"));
+    QVERIFY(moduleTabsAreDisabled());
+    QCOMPARE(m_log->lines().filter(u"losing"_s)
+                 + m_log->lines().filter(u"CANKvaserCommandHandler::closeDevice"_s),
+             QStringList({u"Stepper::closing can kvaser handler..."_s,
+                          u"CANKvaserCommandHandler::closeDevice"_s}));
+    connectOverCan(500, 5, 2);
+    QVERIFY(moduleTabsAreEnabled());
+}
+
+void tst_StepperCan::bothTransportsGetEachCommand()
+{
+    SimulatedPort serialModule({.address = 5});
+    connectOverSerial(serialModule.portName(), 9600, 5);
+    stopPolling(serialModule);
+    child<QTabWidget>("tabWidget")->setCurrentIndex(0);
+    connectOverCan(500, 5, 2);
+    QVERIFY(m_bus->frames().isEmpty());
+    child<QPushButton>("btnStop", "wTraceController")->click();
+
+    m_stepper->handleTargetPositionChange(5, 0, 0, 256);
+    QCOMPARE(serialModule.requests(), QStringList(u"05 04 00 00 00 00 01 00 0A"_s));
+    QCOMPARE(requests(), QStringList(u"can < 005 [8] 04 00 00 00 00 01 00 03"_s));
+}
+
+void tst_StepperCan::moduleOfAnotherIdentifierIsSilentForTheFirstPassOnly()
+{
+    connectOverCan(500, 6, 2);
+    m_log->clear();
+    QTRY_VERIFY_WITH_TIMEOUT(isReady("wCANKvaserConnection"), 30000);
+    // The first time-out closes the channel; the rest of the pass ends at once.
+    QCOMPARE(m_log->lines().filter(u"communicationTimeouted!"_s).size(), 1);
+}
+
+QTEST_MAIN(tst_StepperCan)
+#include "tst_StepperCan.moc"
