@@ -30,12 +30,12 @@ int main(int argc, char **argv)
 
     simulator::Module module;
     simulator::PtyLine line(module);
-    const simulator::ServingThread thread(line);
+    const simulator::ServingThread thread(line.link());
 
     QSerialCommandHandler handler;
     int replies = 0;
     QObject::connect(&handler, &QSerialCommandHandler::requestedValue, [&replies] { ++replies; });
-    if (!handler.openDevice(QString::fromStdString(line.path()))) {
+    if (!handler.openDevice(QString::fromStdString(line.portPath()))) {
         return EXIT_FAILURE;
     }
 

@@ -37,7 +37,7 @@ int main(int argc, char **argv)
 
     simulator::Pty pty;
     QSerialCommandHandler handler;
-    if (!handler.openDevice(QString::fromStdString(pty.path()))) {
+    if (!handler.openDevice(QString::fromStdString(pty.portPath()))) {
         return EXIT_FAILURE;
     }
     const double spanMsecs = std::chrono::duration<double, std::milli>(Span).count();
@@ -46,7 +46,7 @@ int main(int argc, char **argv)
         .print();
 
     const char late = 'x';
-    if (write(pty.master(), &late, 1) != 1) {
+    if (write(pty.masterFd(), &late, 1) != 1) {
         return EXIT_FAILURE;
     }
     Figure{QStringLiteral("idle 10 s, connected, 1 byte unread, CPU"), cpuMsecsOfAnIdleSpan(),

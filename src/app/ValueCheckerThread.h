@@ -42,8 +42,8 @@ protected:
     void run() override;
 
 private:
-    /// Whether the whole sleep was slept.
-    bool sleepUnlessEnding();
+    /// Whether there is a next tick.
+    bool sleepToNextTick();
 
     std::atomic<bool> m_stopped = false;
     std::atomic<int> m_delay;

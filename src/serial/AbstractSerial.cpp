@@ -81,11 +81,16 @@ void AbstractSerial::close()
 
 bool AbstractSerial::reset()
 {
-    return d->perform(StatusReset, FailReset, [this](AbstractSerialEngine &engine) {
-        d->clearBuffers();
-        d->emittedReadyRead = false;
-        return engine.reset();
-    });
+    if (!isOpen()) {
+        d->report(FailNotOpen);
+        return false;
+    }
+    d->clearBuffers();
+    const bool done = d->engine->reset();
+    d->report(done ? StatusReset : FailReset);
+    // After the report: what comes while its slots run still belongs to the readyRead() going on.
+    d->emittedReadyRead = false;
+    return done;
 }
 
 qint64 AbstractSerial::bytesAvailable() const

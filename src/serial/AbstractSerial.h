@@ -192,8 +192,9 @@ public:
     bool waitForReadyRead(int msecs) override;
     /// Waits until a block of the buffer was written, and returns whether it was. @p msecs as for
     /// waitForReadyRead(). Arriving bytes are taken meanwhile; a buffer that can take no more of
-    /// them ends the wait with false. False at once if nothing is to be written, and at the limit,
-    /// then with FailWaitWriteTimeout.
+    /// them ends the wait with false. False at the limit, with FailWaitWriteTimeout. With nothing
+    /// to be written, a buffered device answers false at once; an unbuffered one, which never has
+    /// anything, waits until its limit.
     bool waitForBytesWritten(int msecs) override;
 
     /// Names the port to open, without any prefix of the platform ("ttyACM0", "COM3"). Ignored
@@ -263,7 +264,7 @@ public:
     /// Begins or ends the break condition. Reports StatusBreakSet, or returns false and reports
     /// FailSetBreak.
     bool setBreak(bool set);
-    /// Gives the first block of the write buffer to the port, or with nothing to write waits until
+    /// Gives the first block of the write buffer to the port, or if nothing was written waits until
     /// the port has sent all. Reports StatusFlushed, or returns false and reports FailFlush. A
     /// block that the port refuses takes the whole write buffer with it.
     bool flush();

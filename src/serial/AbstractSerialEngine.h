@@ -21,7 +21,8 @@ class AbstractSerialEngine : public QObject
 public:
     ~AbstractSerialEngine() override;
 
-    /// A new engine of the platform, owned by @p parent.
+    /// A new engine of the platform, null if the platform has none. It is a child of @p parent. The
+    /// device passes itself and deletes the engine with its own state, before its children go.
     static AbstractSerialEngine *createEngine(QObject *parent = nullptr);
 
     /// Who hears of the port's events; not owned, may be null.

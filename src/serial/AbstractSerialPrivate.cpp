@@ -199,15 +199,17 @@ void AbstractSerialPrivate::enableReadNotifier()
     }
 }
 
-// Back to the state from before the nesting. The saved state serves once: kept for longer, it would
-// later turn on again what the read limit has turned off.
+// Back to the state from before the nesting. The saved state is cleared after every use, also where
+// there is nothing to put back: left standing, it would keep the next nesting from saving its own,
+// and turn on again what the read limit has turned off by then.
 void AbstractSerialPrivate::restoreReadNotifier()
 {
     if (!readNotifierStateSet) {
         return;
     }
     readNotifierStateSet = false;
-    // A slot may have closed the port, which must not be watched then.
+    // A slot may have closed the port, and its notifier went with it: turning the kind on would
+    // make one that watches no port.
     if (q->isOpen() && readNotifierState != engine->isReadNotificationEnabled()) {
         engine->setReadNotificationEnabled(readNotifierState, false);
     }
@@ -232,7 +234,7 @@ bool AbstractSerialPrivate::flushWriteBuffer()
     if (writeBuffer.isEmpty() && engine->isWriteNotificationEnabled()) {
         engine->setWriteNotificationEnabled(false, false);
     }
-    return true;
+    return count > 0;
 }
 
 bool AbstractSerialPrivate::canWriteNotification()

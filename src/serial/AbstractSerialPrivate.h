@@ -43,8 +43,7 @@ public:
     /// Empties both buffers and gives their memory back.
     void clearBuffers();
     /// Writes the first piece of writeBuffer to the port. A refusal drops the whole buffer: the
-    /// bytes are lost and not tried again. Returns false if there was nothing to write or the port
-    /// refused.
+    /// bytes are lost and not tried again. Returns whether anything was written.
     bool flushWriteBuffer();
     /// Limits readBuffer to @p size bytes, 0 for no limit; see AbstractSerial::setReadBufferSize().
     void setReadBufferSize(qint64 size);

@@ -74,7 +74,8 @@ private:
     QSemaphore m_tickGate;
 };
 
-/// Counts on the thread that ticks, without a way through the event loop.
+/// Counts on the thread that ticks, without a way through the event loop. @p count outlives @p
+/// thread.
 void countTicks(const ValueCheckerThread &thread, std::atomic<int> &count)
 {
     QObject::connect(
@@ -130,8 +131,8 @@ void tst_ValueCheckerThread::signalsAndSlots()
 
 void tst_ValueCheckerThread::idleAfterConstruction()
 {
-    const ValueCheckerThread thread(1);
     std::atomic<int> ticks = 0;
+    const ValueCheckerThread thread(1);
     countTicks(thread, ticks);
     QVERIFY(!QTest::qWaitFor([&] { return ticks > 0; }, QuietMsecs));
     QVERIFY(!thread.isRunning());
@@ -142,8 +143,8 @@ void tst_ValueCheckerThread::idleAfterConstruction()
 void tst_ValueCheckerThread::defaultDelayIsASecond()
 {
     QCOMPARE(ValueCheckerThread::DefaultDelayMsecs, 1000);
-    ValueCheckerThread thread;
     std::atomic<int> ticks = 0;
+    ValueCheckerThread thread;
     countTicks(thread, ticks);
     QElapsedTimer sinceStart;
     sinceStart.start();
@@ -154,8 +155,8 @@ void tst_ValueCheckerThread::defaultDelayIsASecond()
 
 void tst_ValueCheckerThread::firstTickComesAtOnce()
 {
-    ValueCheckerThread thread(LongSleepMsecs);
     std::atomic<int> ticks = 0;
+    ValueCheckerThread thread(LongSleepMsecs);
     countTicks(thread, ticks);
     thread.start();
     QTRY_COMPARE_WITH_TIMEOUT(ticks.load(), 1, GenerousMsecs);
@@ -175,8 +176,8 @@ void tst_ValueCheckerThread::delayLiesBetweenTicks_data()
 void tst_ValueCheckerThread::delayLiesBetweenTicks()
 {
     QFETCH(const int, delay);
-    ValueCheckerThread thread(delay);
     std::atomic<int> ticks = 0;
+    ValueCheckerThread thread(delay);
     countTicks(thread, ticks);
     QElapsedTimer sinceStart;
     sinceStart.start();
@@ -202,9 +203,9 @@ void tst_ValueCheckerThread::anyDelayRuns()
 {
     QFETCH(const int, delay);
     QFETCH(const int, ticksAtOnce);
+    std::atomic<int> ticks = 0;
     ValueCheckerThread thread(LongSleepMsecs);
     thread.changeDelay(delay);
-    std::atomic<int> ticks = 0;
     countTicks(thread, ticks);
     thread.start();
     QTRY_VERIFY_WITH_TIMEOUT(ticks >= ticksAtOnce, GenerousMsecs);
@@ -215,12 +216,13 @@ void tst_ValueCheckerThread::anyDelayRuns()
 
 void tst_ValueCheckerThread::ticksReachTheReceiversThread()
 {
-    ValueCheckerThread thread(1);
     int received = 0;
     int receivedElsewhere = 0;
-    connect(&thread, &ValueCheckerThread::checkRequested, this, [&] {
+    QObject receiver; // what is still queued for it at the end goes with it
+    ValueCheckerThread thread(1);
+    connect(&thread, &ValueCheckerThread::checkRequested, &receiver, [&] {
         ++received;
-        receivedElsewhere += QThread::currentThread() != this->thread();
+        receivedElsewhere += QThread::currentThread() != receiver.thread();
     });
     thread.start();
     QTRY_VERIFY_WITH_TIMEOUT(received >= 10, GenerousMsecs);
@@ -356,8 +358,8 @@ void tst_ValueCheckerThread::newDelayHoldsFromTheNextSleep()
 void tst_ValueCheckerThread::sleepUnderWayIsNotShortened()
 {
     constexpr int SleepMsecs = 1500;
-    ValueCheckerThread thread(SleepMsecs);
     std::atomic<int> ticks = 0;
+    ValueCheckerThread thread(SleepMsecs);
     countTicks(thread, ticks);
     QElapsedTimer sinceStart;
     sinceStart.start();
@@ -374,13 +376,14 @@ void tst_ValueCheckerThread::sleepUnderWayIsNotShortened()
 
 void tst_ValueCheckerThread::ticksPileUpAndAreWorkedOff()
 {
-    ValueCheckerThread thread(1);
     QSemaphore emitted;
+    ValueCheckerThread thread(1);
     connect(
         &thread, &ValueCheckerThread::checkRequested, &thread, [&emitted] { emitted.release(); },
         Qt::DirectConnection);
     int received = 0;
-    connect(&thread, &ValueCheckerThread::checkRequested, this, [&received] { ++received; });
+    QObject receiver;
+    connect(&thread, &ValueCheckerThread::checkRequested, &receiver, [&received] { ++received; });
     thread.start();
     // Meanwhile nothing is taken from the queue.
     constexpr int AtLeast = 50;
@@ -407,7 +410,7 @@ void tst_ValueCheckerThread::endsAtOnce_data()
     });
     QTest::newRow("with its object") << EndOf([](Thread &thread) { thread.reset(); });
     QTest::newRow("with the program") << EndOf([](Thread &thread) {
-        QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(3); });
+        QTimer::singleShot(0, QCoreApplication::instance(), [] { QCoreApplication::exit(3); });
         QCOMPARE(QCoreApplication::exec(), 3);
         QVERIFY(thread->isFinished());
     });
@@ -422,8 +425,8 @@ void tst_ValueCheckerThread::endsAtOnce_data()
 void tst_ValueCheckerThread::endsAtOnce()
 {
     QFETCH(const EndOf, end);
-    auto thread = std::make_unique<ValueCheckerThread>(LongSleepMsecs);
     std::atomic<int> ticks = 0;
+    auto thread = std::make_unique<ValueCheckerThread>(LongSleepMsecs);
     countTicks(*thread, ticks);
     thread->start();
     QTRY_COMPARE_WITH_TIMEOUT(ticks.load(), 1, GenerousMsecs);

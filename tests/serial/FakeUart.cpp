@@ -20,6 +20,7 @@ int fail(int error)
 
 int modemControl(unsigned long request, int *lines)
 {
+    uart->looks += request == TIOCMGET ? 1 : 0;
     if (!uart->hasModemLines)
         return fail(ENOTTY);
     if (request == TIOCMGET)
@@ -85,6 +86,7 @@ long answer(int descriptor, unsigned long request, void *argument)
     case TCSETS2:
         return setSettings(descriptor, static_cast<const termios2 *>(argument));
     case TIOCEXCL:
+    case TIOCGEXCL:
         return uart->refusesExclusiveUse ? fail(ENOTTY) : pass(descriptor, request, argument);
     case TCFLSH:
         uart->dropped.append(int(reinterpret_cast<intptr_t>(argument)));

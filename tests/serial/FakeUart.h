@@ -19,11 +19,12 @@ public:
 
     int modemLines = 0; ///< TIOCM bits; output lines are set by the code under test
     bool hasModemLines = true;
+    int looks = 0; ///< how often the modem lines were asked for
     bool breakHeld = false;
     int breaks = 0; ///< how often a break began
     tcflag_t ignoredControl = 0; ///< bits of c_cflag that the driver leaves out in silence
     bool refusesSettings = false; ///< TCSETS2 fails
-    bool refusesExclusiveUse = false; ///< TIOCEXCL fails
+    bool refusesExclusiveUse = false; ///< TIOCEXCL and TIOCGEXCL fail
     bool refusesBreak = false; ///< TIOCSBRK fails
     int queued = 0; ///< bytes in the output queue
     int drainedPerLook = 0; ///< bytes that leave it between two looks

@@ -5,6 +5,7 @@
 #include "serial/AbstractSerialEngine.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QPointer>
 #include <QTest>
 
@@ -19,12 +20,23 @@ struct WatchedLine
         isOpen = engine->open(QIODevice::ReadWrite);
     }
 
+    /// Sends @p bytes to the port and waits until they are there.
     bool sendUnread(const QByteArray &bytes)
     {
         const qint64 before = engine->bytesAvailable();
         return pty.send(bytes) && QTest::qWaitFor([this, before, &bytes] {
                    return engine->bytesAvailable() == before + bytes.size();
                });
+    }
+
+    /// As sendUnread(), without a turn of the event loop, so that the arrival isn't told yet.
+    bool sendUntold(const QByteArray &bytes)
+    {
+        const qint64 after = engine->bytesAvailable() + bytes.size();
+        const QDeadlineTimer deadline(10000);
+        const bool isSent = pty.send(bytes);
+        while (isSent && engine->bytesAvailable() != after && !deadline.hasExpired()) { }
+        return engine->bytesAvailable() == after;
     }
 
     PtyPair pty;

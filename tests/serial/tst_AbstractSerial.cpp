@@ -43,6 +43,7 @@ private slots:
     void reset_data();
     void reset();
     void resetOfClosed();
+    void reportsBeforeItIsOpenAndAfterItIsClosed();
     void reportsOnlyWhenAsked();
     void reportCarriesTheTime();
     void onlyFailuresBecomeErrorStrings();
@@ -298,6 +299,19 @@ void tst_AbstractSerial::resetOfClosed()
     QCOMPARE(report.take(), QStringList{notOpen});
     QCOMPARE(device.errorString(), notOpen);
     QCOMPARE(FakeSerialEngine::log(), QStringList());
+}
+
+void tst_AbstractSerial::reportsBeforeItIsOpenAndAfterItIsClosed()
+{
+    AbstractSerial device;
+    device.enableEmitStatus(true);
+    QList<std::pair<QString, bool>> reports;
+    connect(&device, &AbstractSerial::signalStatus, this, [&](const QString &status) {
+        reports.append({status, device.isOpen()});
+    });
+    QVERIFY(device.open(QIODevice::ReadWrite));
+    device.close();
+    QCOMPARE(reports, (QList<std::pair<QString, bool>>{{opened, false}, {closed, false}}));
 }
 
 void tst_AbstractSerial::reportsOnlyWhenAsked()

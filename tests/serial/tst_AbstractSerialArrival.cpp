@@ -48,6 +48,7 @@ private slots:
     void nestedReadKeepsTheLimit();
     void slotThatClosesLeavesThePortUnwatched();
     void resetInSlotAllowsAnotherReadyRead();
+    void resetInSlotReportsBeforeThat();
 };
 
 void tst_AbstractSerialArrival::init()
@@ -328,6 +329,29 @@ void tst_AbstractSerialArrival::resetInSlotAllowsAnotherReadyRead()
     });
     QVERIFY(notify("1"_ba));
     QCOMPARE(emitted, 2);
+    QCOMPARE(device.readAll(), "2"_ba);
+}
+
+// What comes while reset() reports still belongs to the readyRead() that goes on.
+void tst_AbstractSerialArrival::resetInSlotReportsBeforeThat()
+{
+    AbstractSerial device;
+    QVERIFY(device.open(Buffered));
+    device.enableEmitStatus(true);
+    int emitted = 0;
+    int emittedInReport = 0;
+    connect(&device, &AbstractSerial::signalStatus, this, [&] {
+        QVERIFY(notify("2"_ba));
+        emittedInReport = emitted;
+    });
+    connect(&device, &QIODevice::readyRead, this, [&] {
+        if (++emitted == 1) {
+            QVERIFY(device.reset());
+        }
+    });
+    QVERIFY(notify("1"_ba));
+    QCOMPARE(emittedInReport, 1);
+    QCOMPARE(emitted, 1);
     QCOMPARE(device.readAll(), "2"_ba);
 }
 

@@ -99,7 +99,8 @@ private slots:
     void timeoutsOfClosed();
     void sendBreakOfNegativeTime();
     void flushWritesOneBlock();
-    void flushOfRefusedBlock();
+    void flushOfUnwrittenBlock_data();
+    void flushOfUnwrittenBlock();
 };
 
 void tst_AbstractSerialControls::init()
@@ -303,17 +304,27 @@ void tst_AbstractSerialControls::flushWritesOneBlock()
     QCOMPARE(report.take(), QStringList{u"Controls::Flush successfully. OK!"_s});
 }
 
-void tst_AbstractSerialControls::flushOfRefusedBlock()
+void tst_AbstractSerialControls::flushOfUnwrittenBlock_data()
 {
+    QTest::addColumn<qint64>("answer");
+    QTest::addColumn<qint64>("left");
+    QTest::newRow("refused") << qint64(-1) << qint64(0);
+    QTest::newRow("nothing taken") << qint64(0) << qint64(4);
+}
+
+void tst_AbstractSerialControls::flushOfUnwrittenBlock()
+{
+    QFETCH(qint64, answer);
+    QFETCH(qint64, left);
     AbstractSerial device;
     QVERIFY(device.open(QIODevice::ReadWrite));
     QCOMPARE(device.write("lost"_ba), 4);
-    FakeSerialEngine::last()->writeAnswer = -1;
+    FakeSerialEngine::last()->writeAnswer = answer;
     FakeSerialEngine::log().clear();
     DeviceReport report(device);
     QVERIFY(device.flush());
     QCOMPARE(FakeSerialEngine::log(), (QStringList{u"write(4)"_s, u"flush()"_s}));
-    QCOMPARE(device.bytesToWrite(), 0);
+    QCOMPARE(device.bytesToWrite(), left);
     QCOMPARE(report.take(), QStringList{u"Controls::Flush successfully. OK!"_s});
 }
 

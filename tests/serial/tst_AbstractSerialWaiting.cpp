@@ -57,6 +57,7 @@ private slots:
     void readyReadThatComes();
     void readyReadUnbuffered();
     void readyReadWritesMeanwhile();
+    void readyReadComesBeforeWriting();
     void readyReadGoesOnWithoutNews();
     void readyReadOfLostPortEnds_data();
     void readyReadOfLostPortEnds();
@@ -70,6 +71,7 @@ private slots:
     void bytesWrittenTimesOut_data();
     void bytesWrittenTimesOut();
     void bytesWrittenThatComes();
+    void bytesWrittenReadsMeanwhile_data();
     void bytesWrittenReadsMeanwhile();
     void bytesWrittenEndsWithFullReader();
     void bytesWrittenOfRefusedWrite();
@@ -171,6 +173,17 @@ void tst_AbstractSerialWaiting::readyReadWritesMeanwhile()
     QCOMPARE(waits(), (QStringList{u"wait(true, true, left)"_s, u"wait(true, false, left)"_s}));
     QCOMPARE(FakeSerialEngine::last()->written, "out"_ba);
     QCOMPARE(device.readAll(), "in"_ba);
+}
+
+void tst_AbstractSerialWaiting::readyReadComesBeforeWriting()
+{
+    AbstractSerial device;
+    QVERIFY(device.open(Buffered));
+    QCOMPARE(device.write("out"_ba), 3);
+    FakeSerialEngine::last()->incoming = "in"_ba;
+    script({{.read = true, .write = true}});
+    QVERIFY(device.waitForReadyRead(100000));
+    QCOMPARE(device.bytesToWrite(), 3);
 }
 
 void tst_AbstractSerialWaiting::readyReadGoesOnWithoutNews()
@@ -334,16 +347,24 @@ void tst_AbstractSerialWaiting::bytesWrittenThatComes()
     QCOMPARE(FakeSerialEngine::last()->written, "out"_ba);
 }
 
+void tst_AbstractSerialWaiting::bytesWrittenReadsMeanwhile_data()
+{
+    QTest::addColumn<QList<Event>>("events");
+    QTest::newRow("before") << QList<Event>{{.read = true}, {.write = true}};
+    QTest::newRow("in the same look") << QList<Event>{{.read = true, .write = true}};
+}
+
 void tst_AbstractSerialWaiting::bytesWrittenReadsMeanwhile()
 {
+    QFETCH(QList<Event>, events);
     AbstractSerial device;
     QVERIFY(device.open(Buffered));
     QCOMPARE(device.write("out"_ba), 3);
     FakeSerialEngine::last()->incoming = "in"_ba;
-    script({{.read = true}, {.write = true}});
+    script(events);
     FakeSerialEngine::log().clear();
     QVERIFY(device.waitForBytesWritten(0));
-    QCOMPARE(waits(), (QStringList{u"wait(true, true, 0)"_s, u"wait(true, true, 0)"_s}));
+    QCOMPARE(waits(), QStringList(events.size(), u"wait(true, true, 0)"_s));
     QCOMPARE(FakeSerialEngine::last()->written, "out"_ba);
     QCOMPARE(device.readAll(), "in"_ba);
 }

@@ -2,6 +2,7 @@
 #include "serial/AbstractSerialEngine.h"
 #include "support/TestCase.h"
 
+#include <QMetaMethod>
 #include <QTest>
 
 #include <memory>
@@ -15,6 +16,7 @@ class tst_NativeSerialEngine : public TestCase
 
 private slots:
     void initTestCase();
+    void metaObject();
     void newEngine();
     void everyRateReachesTheLine_data();
     void everyRateReachesTheLine();
@@ -52,6 +54,21 @@ std::unique_ptr<AbstractSerialEngine> engineOn(const QString &name)
 void tst_NativeSerialEngine::initTestCase()
 {
     QVERIFY2(PtyPair().isOpen(), "the tests need pseudo-terminals");
+}
+
+void tst_NativeSerialEngine::metaObject()
+{
+    const QMetaObject &meta = AbstractSerialEngine::staticMetaObject;
+    QByteArrayList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        QCOMPARE(meta.method(i).methodType(), QMetaMethod::Slot);
+        QCOMPARE(meta.method(i).access(), QMetaMethod::Public);
+        methods.append(meta.method(i).methodSignature());
+    }
+    QCOMPARE(methods,
+             (QByteArrayList{"readNotification()", "writeNotification()", "exceptionNotification()",
+                             "lineNotification()"}));
+    QCOMPARE(meta.superClass(), &QObject::staticMetaObject);
 }
 
 void tst_NativeSerialEngine::newEngine()

@@ -12,6 +12,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,6 +32,7 @@ private slots:
     void forbiddenPort();
     void portInUseByThisProcess();
     void portInUseByAnotherProcess();
+    void portHeldWithoutTheLock();
     void closedPortIsFreeForAll();
     void engineFreesThePortWhenItGoes();
 };
@@ -180,6 +182,29 @@ void tst_NativeSerialEngineAccess::portInUseByAnotherProcess()
     QCOMPARE(status, 0);
     QCOMPARE(answer, 'y');
     QVERIFY(!openedWhileHeld);
+    QVERIFY(engine->open(ReadWrite));
+}
+
+// As programs hold it that know nothing of the lock. Root gets through the opening itself.
+void tst_NativeSerialEngineAccess::portHeldWithoutTheLock()
+{
+    PtyPair pty;
+    const QByteArray path = QFile::encodeName(pty.portName());
+    const int port = ::open(path.constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    QVERIFY(port != -1);
+    const auto close = qScopeGuard([port] { ::close(port); });
+    QCOMPARE(::ioctl(port, TIOCEXCL), 0);
+    const termios2 before = pty.line();
+    const auto engine = engineOn(pty.portName());
+    QVERIFY(!engine->open(ReadWrite));
+    QCOMPARE(engine->descriptor(), qintptr(-1));
+    // Nothing of it was changed, the mark that holds it least of all.
+    QCOMPARE(pty.line().c_lflag, before.c_lflag);
+    QCOMPARE(pty.line().c_oflag, before.c_oflag);
+    QVERIFY(!engine->open(ReadWrite));
+    QCOMPARE(::flock(port, LOCK_EX | LOCK_NB), 0);
+    QCOMPARE(::flock(port, LOCK_UN), 0);
+    QCOMPARE(::ioctl(port, TIOCNXCL), 0);
     QVERIFY(engine->open(ReadWrite));
 }
 

@@ -2,6 +2,7 @@
 #include "serial/AbstractSerialEngine.h"
 #include "support/TestCase.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QTest>
 
@@ -386,7 +387,8 @@ void tst_NativeSerialEngineTransfer::pulledOutInMidRead()
     QTRY_COMPARE(line.engine->bytesAvailable(), qint64(3));
     std::thread puller([&line] {
         // Once the read has taken the three bytes and waits for the others.
-        while (line.engine->bytesAvailable() != 0)
+        const QDeadlineTimer deadline(TransferLimit);
+        while (line.engine->bytesAvailable() != 0 && !deadline.hasExpired())
             std::this_thread::yield();
         line.pty.close();
     });

@@ -58,12 +58,24 @@ struct UartLine
     std::unique_ptr<AbstractSerialEngine> engine;
 };
 
-/// Turns the loop for longer than the time between two looks at the modem lines. A test that
-/// expects silence after it can't fail for being slow.
-void lookAtTheLines()
+/// Turns the loop until the modem lines were looked at twice more, so once at least since the call.
+bool linesAreLookedAt(const FakeUart &uart)
 {
-    constexpr int LongerThanTheirPeriod = 250; // ms
-    QTest::qWait(LongerThanTheirPeriod);
+    const int before = uart.looks;
+    return QTest::qWaitFor([&] { return uart.looks >= before + 2; });
+}
+
+/// Turns the loop for as long as an engine would take to look at its lines. The one under test
+/// doesn't, so that another engine has to measure the time.
+bool linesCouldBeLookedAt(const FakeUart &uart)
+{
+    const PtyPair pty;
+    const std::unique_ptr<AbstractSerialEngine> clock(AbstractSerialEngine::createEngine());
+    clock->setDeviceName(pty.portName());
+    if (!clock->open(QIODevice::ReadWrite))
+        return false;
+    clock->setLineNotificationEnabled(true, false);
+    return linesAreLookedAt(uart);
 }
 
 constexpr qint64 TransferLimit = 5000; // ms, the engine's own
@@ -274,10 +286,10 @@ void tst_NativeSerialEngineUart::linesAsFoundAreNotTold()
     QVERIFY(line.open());
     line.uart.modemLines |= TIOCM_CTS;
     line.engine->setLineNotificationEnabled(true, false);
-    lookAtTheLines();
+    QVERIFY(linesAreLookedAt(line.uart));
     QCOMPARE(line.receiver.lines, 0);
     line.uart.modemLines ^= TIOCM_CAR | TIOCM_DTR | TIOCM_RTS;
-    lookAtTheLines();
+    QVERIFY(linesAreLookedAt(line.uart));
     QCOMPARE(line.receiver.lines, 0);
 }
 
@@ -301,7 +313,7 @@ void tst_NativeSerialEngineUart::changedLineIsTold()
     QTRY_COMPARE(line.receiver.lines, 2);
     // A port that stops answering, as one that was pulled out, tells nothing.
     line.uart.hasModemLines = false;
-    lookAtTheLines();
+    QVERIFY(linesAreLookedAt(line.uart));
     QCOMPARE(line.receiver.lines, 2);
 }
 
@@ -313,9 +325,9 @@ void tst_NativeSerialEngineUart::linesAreTakenAnewWhenTurnedOn()
     line.engine->setLineNotificationEnabled(false, false);
     QVERIFY(!line.engine->isLineNotificationEnabled());
     line.uart.modemLines = TIOCM_CTS;
-    lookAtTheLines();
+    QVERIFY(linesCouldBeLookedAt(line.uart));
     line.engine->setLineNotificationEnabled(true, false);
-    lookAtTheLines();
+    QVERIFY(linesAreLookedAt(line.uart));
     QCOMPARE(line.receiver.lines, 0);
     line.uart.modemLines = 0;
     QTRY_COMPARE(line.receiver.lines, 1);
@@ -329,10 +341,10 @@ void tst_NativeSerialEngineUart::lineKindEndsWithTheOpening()
     line.engine->setLineNotificationEnabled(false, true);
     QVERIFY(line.engine->close());
     line.uart.modemLines = TIOCM_CTS;
-    lookAtTheLines();
+    QVERIFY(linesCouldBeLookedAt(line.uart));
     QVERIFY(line.open());
     line.engine->setLineNotificationEnabled(true, false);
-    lookAtTheLines();
+    QVERIFY(linesAreLookedAt(line.uart));
     QCOMPARE(line.receiver.lines, 0);
 }
 
@@ -345,7 +357,7 @@ void tst_NativeSerialEngineUart::closeInTheLineCall()
     line.uart.modemLines = TIOCM_CTS;
     QTRY_COMPARE(line.receiver.lines, 1);
     line.uart.modemLines = 0;
-    lookAtTheLines();
+    QVERIFY(linesCouldBeLookedAt(line.uart));
     QCOMPARE(line.receiver.lines, 1);
     QCOMPARE(line.engine->descriptor(), qintptr(-1));
 }

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <thread>
+
 /// What a call of the notifier may do to its engine, and how long a notifier lives.
 class tst_NativeSerialNotifierLifetime : public TestCase
 {
@@ -20,6 +22,7 @@ private slots:
     void notifierIsNewForEachOpening();
     void enabledWhileClosed();
     void withoutReceiver();
+    void withoutEventLoop();
 };
 
 void tst_NativeSerialNotifierLifetime::closeInTheReadCall()
@@ -125,8 +128,7 @@ void tst_NativeSerialNotifierLifetime::closeSilencesEveryKind()
     line.engine->setReadNotificationEnabled(true, false);
     line.engine->setWriteNotificationEnabled(true, false);
     line.engine->write("x", 1);
-    QVERIFY(line.pty.send("y"));
-    while (line.engine->bytesAvailable() != 1) { }
+    QVERIFY(line.sendUntold("y"));
     QVERIFY(line.engine->close());
     turnTheLoop();
     QCOMPARE(line.receiver.reads, 0);
@@ -188,6 +190,33 @@ void tst_NativeSerialNotifierLifetime::withoutReceiver()
     QCOMPARE(line.receiver.writes, 1);
     QCOMPARE(line.receiver.exceptions, 1);
     QCOMPARE(line.receiver.lines, 1);
+}
+
+// A thread that can't run a loop has nothing to watch a port with, so no notifier is made.
+void tst_NativeSerialNotifierLifetime::withoutEventLoop()
+{
+    bool isOpen = false;
+    QList<bool> kinds;
+    qsizetype children = -1;
+    int writes = -1;
+    std::thread([&] {
+        WatchedLine line;
+        isOpen = line.isOpen;
+        line.engine->setReadNotificationEnabled(true, false);
+        line.engine->setWriteNotificationEnabled(true, false);
+        line.engine->setExceptionNotificationEnabled(true, false);
+        line.engine->setLineNotificationEnabled(true, false);
+        kinds = {line.engine->isReadNotificationEnabled(),
+                 line.engine->isWriteNotificationEnabled(),
+                 line.engine->isExceptionNotificationEnabled(),
+                 line.engine->isLineNotificationEnabled()};
+        children = line.engine->children().size();
+        writes = line.receiver.writes;
+    }).join();
+    QVERIFY(isOpen);
+    QCOMPARE(kinds, QList<bool>(4, false));
+    QCOMPARE(children, 0);
+    QCOMPARE(writes, 0);
 }
 
 QTEST_GUILESS_MAIN(tst_NativeSerialNotifierLifetime)

@@ -27,6 +27,7 @@ private slots:
     void tellsBurstOnce();
     void tellsChangedName();
     void tellsRealChangesOnly();
+    void tellsFailedScanAsChange();
     void stopsAndResumesWatch();
     void staysEmptyWithoutWatch();
 
@@ -207,6 +208,27 @@ void tst_SerialDeviceEnumerator::tellsRealChangesOnly()
     machine.pullOut("ttyACM0");
     QTRY_COMPARE(changes.size(), 2);
     QCOMPARE(portsOf(changes, 1), QStringList{u"ttyACM1"_s});
+}
+
+// A scan that can't be done looks as if the ports had been pulled out, until the next one.
+void tst_SerialDeviceEnumerator::tellsFailedScanAsChange()
+{
+    SerialTestbed machine;
+    machine.plugIn("ttyACM0", {});
+    SerialDeviceEnumerator ports;
+    QSignalSpy changes(&ports, &SerialDeviceEnumerator::hasChanged);
+    {
+        const NoMoreFiles limit;
+        ports._q_processWatcher();
+    }
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(portsOf(changes, 0), QStringList());
+    QCOMPARE(ports.devicesAvailable(), QStringList());
+
+    ports._q_processWatcher();
+    QCOMPARE(changes.size(), 2);
+    QCOMPARE(portsOf(changes, 1), QStringList{u"ttyACM0"_s});
+    QCOMPARE(ports.devicesAvailable(), QStringList{u"ttyACM0"_s});
 }
 
 void tst_SerialDeviceEnumerator::stopsAndResumesWatch()

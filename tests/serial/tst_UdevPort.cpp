@@ -69,8 +69,8 @@ void tst_UdevPort::takesIdsFromUdev()
     SerialTestbed machine;
     machine.add("P: /devices/platform/vhci\nE: SUBSYSTEM=platform\n\n");
     machine.add("P: /devices/platform/vhci/tty/ttyACM7\nN: ttyACM7\nE: SUBSYSTEM=tty\n"
-                "E: DEVNAME=/dev/ttyACM7\nE: ID_VENDOR_ID=16d0\nE: ID_MODEL_ID=06c9\n"
-                "E: ID_VENDOR=Moravint\nE: ID_MODEL=Moravint_ZDRM-7711\n\n");
+                "E: DEVNAME=/dev/ttyACM7\nE: ID_BUS=usb\nE: ID_VENDOR_ID=16d0\n"
+                "E: ID_MODEL_ID=06c9\nE: ID_VENDOR=Moravint\nE: ID_MODEL=Moravint_ZDRM-7711\n\n");
     SerialDeviceEnumerator ports;
     ports.setDeviceName(u"ttyACM7"_s);
 
@@ -156,7 +156,8 @@ void tst_UdevPort::namesPortWithoutUsb()
     machine.add("P: /devices/pci0000:00/0000:03:00.0/tty/ttyS4\nN: ttyS4\nE: SUBSYSTEM=tty\n"
                 "E: DEVNAME=/dev/ttyS4\nA: type=4\nE: ID_VENDOR_FROM_DATABASE=Exar Corp.\n"
                 "E: ID_MODEL_FROM_DATABASE=XR17V352 Dual UART\n"
-                "E: ID_VENDOR_ID=0x13a8\nE: ID_VENDOR=0x13a8\n\n");
+                "E: ID_BUS=pci\nE: ID_VENDOR_ID=0x13a8\nE: ID_MODEL_ID=0x0352\n"
+                "E: ID_VENDOR=0x13a8\n\n");
     SerialDeviceEnumerator ports;
     ports.setDeviceName(u"ttyS4"_s);
 
@@ -167,6 +168,9 @@ void tst_UdevPort::namesPortWithoutUsb()
     QCOMPARE(ports.service(), u"serial"_s);
     QCOMPARE(ports.driverPath(), u"/sys/bus/pci/drivers/serial"_s);
     QCOMPARE(ports.locationInfo(), u"0000:03:00.0"_s);
+    QCOMPARE(ports.vendorId(), QString());
+    QCOMPARE(ports.productId(), QString());
+    QCOMPARE(ports.hardwareIds(), QStringList());
 }
 
 void tst_UdevPort::listsPortsWithDeviceBehind()

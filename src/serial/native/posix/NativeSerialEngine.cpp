@@ -303,7 +303,9 @@ void NativeSerialEngine::setNotification(void (AbstractSerialNotifier::*setter)(
         dropNotifier();
 }
 
-// Released as soon as the loop runs again, since this may be called from the notifier itself.
+// Released, rather than kept until the engine goes: each holds a descriptor of epoll, and a device
+// that opens and closes all day would use up those of the process. Its end waits for the loop to
+// run again, since this may be called from the notifier itself.
 void NativeSerialEngine::dropNotifier()
 {
     NativeSerialNotifier *notifier = std::exchange(state().notifier, nullptr);

@@ -24,6 +24,8 @@ public:
     ~NativeSerialEngine() override;
 
     bool open(QIODevice::OpenMode mode) override;
+    /// Gives the port back, after waiting up to 5000 ms for the output to leave; what didn't is
+    /// dropped. Always true.
     bool close() override;
 
     bool setBaudRate(int rate, AbstractSerial::BaudRateDirection dir) override;
@@ -49,6 +51,8 @@ public:
     /// Drops what waits in both directions.
     bool reset() override;
 
+    /// Bytes that wait in the port, -1 on failure. A line error is no failure here: a terminal has
+    /// no counterpart to error flags that are cleared by asking.
     qint64 bytesAvailable() const override;
     /// Reads in transfers of at most 256 bytes. One that finds less than asked waits for the rest
     /// for totalReadConstantTimeout(), if that isn't 0, and never longer than 5000 ms. What came

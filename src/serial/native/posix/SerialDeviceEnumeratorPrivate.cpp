@@ -1,16 +1,11 @@
 #include "SerialDeviceEnumeratorPrivate.h"
 
+#include "PortNode.h"
 #include "UdevPort.h"
 #include "serial/SerialDeviceEnumerator.h"
 
-#include <QFile>
-
-#include <cerrno>
-
 #include <fcntl.h>
 #include <libudev.h>
-#include <sys/file.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -111,25 +106,14 @@ SerialInfoMap SerialDeviceEnumeratorPrivate::scan() const
     return ports;
 }
 
+// The modem lines move no more than the opening moves them.
 bool SerialDeviceEnumeratorPrivate::isPortBusy() const
 {
-    QByteArray path = QFile::encodeName(currentName);
-    if (!path.contains('/')) {
-        path.prepend("/dev/");
-    }
-    int port = -1;
-    do {
-        port = ::open(path.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    } while (port < 0 && errno == EINTR);
-    if (port < 0) {
+    const int port = PortNode::open(currentName, O_RDWR);
+    if (port == -1) {
         return true;
     }
-
-    // Root opens a port although it is held without sharing, so ask for that by itself. Nothing
-    // else is asked or set: the modem lines move no more than the opening moves them.
-    int exclusive = 0;
-    const bool busy = ::flock(port, LOCK_EX | LOCK_NB) != 0
-        || (::ioctl(port, TIOCGEXCL, &exclusive) == 0 && exclusive != 0);
+    const bool busy = !PortNode::lock(port);
     ::close(port);
     return busy;
 }

@@ -1,7 +1,9 @@
 #include "TerminalPort.h"
 
+#include "PortNode.h"
+#include "Uninterrupted.h"
+
 #include <QDeadlineTimer>
-#include <QFile>
 #include <QThread>
 
 #include <cerrno>
@@ -9,34 +11,15 @@
 #include <fcntl.h>
 #include <linux/major.h>
 #include <poll.h>
-#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Pause between two looks at an output queue that is running empty.
 constexpr unsigned long DrainPollInterval = 1; // ms
-
-/// Calls @p operation again for as long as a signal interrupts it.
-template <typename Operation>
-auto uninterrupted(Operation operation)
-{
-    auto result = operation();
-    while (result == -1 && errno == EINTR)
-        result = operation();
-    return result;
-}
-
-/// The path of a port that is named by its node alone.
-QString nodePath(const QString &name)
-{
-    return name.contains(u'/') ? name : "/dev/"_L1 + name;
-}
 
 int accessMode(QIODevice::OpenMode mode)
 {
@@ -54,9 +37,7 @@ TerminalPort::~TerminalPort()
 
 bool TerminalPort::open(const QString &name, QIODevice::OpenMode mode)
 {
-    const QByteArray path = QFile::encodeName(nodePath(name));
-    const int flags = accessMode(mode) | O_NOCTTY | O_NONBLOCK | O_CLOEXEC;
-    m_descriptor = uninterrupted([&] { return ::open(path.constData(), flags); });
+    m_descriptor = PortNode::open(name, accessMode(mode));
     if (isOpen() && !claim()) {
         ::close(m_descriptor);
         m_descriptor = -1;
@@ -64,10 +45,10 @@ bool TerminalPort::open(const QString &name, QIODevice::OpenMode mode)
     return isOpen();
 }
 
-// The lock comes first: a port that someone else has must not be touched in any way.
+// Nothing is changed before the lock is had: the port may be someone else's.
 bool TerminalPort::claim()
 {
-    if (!settings() || uninterrupted([this] { return ::flock(m_descriptor, LOCK_EX | LOCK_NB); }))
+    if (!settings() || !PortNode::lock(m_descriptor))
         return false;
     // Keeps out those who don't look at the lock. A node that refuses it is held by the lock alone.
     control(TIOCEXCL, 0);

@@ -51,6 +51,13 @@ QString property(udev_device *device, const char *name)
     return cleaned(udev_device_get_property_value(device, name));
 }
 
+/// One of the USB ids that udev's rules know. The same properties hold the ids of other buses, too,
+/// which would pass for those of a USB device.
+QString usbId(udev_device *tty, const char *name)
+{
+    return property(tty, "ID_BUS") == "usb"_L1 ? property(tty, name) : QString();
+}
+
 /// @p preferred, or @p fallback if that is empty.
 QString either(const QString &preferred, const QString &fallback)
 {
@@ -146,8 +153,8 @@ std::optional<SerialInfo> readUdevPort(udev_device *tty)
     info.description = names.product;
     info.service = QString::fromUtf8(udev_device_get_driver(parent));
     info.friendlyName = either(friendlyName(names), info.service);
-    info.vendorId = either(attribute(usb, "idVendor"), property(tty, "ID_VENDOR_ID"));
-    info.productId = either(attribute(usb, "idProduct"), property(tty, "ID_MODEL_ID"));
+    info.vendorId = either(attribute(usb, "idVendor"), usbId(tty, "ID_VENDOR_ID"));
+    info.productId = either(attribute(usb, "idProduct"), usbId(tty, "ID_MODEL_ID"));
     info.hardwareIds = hardwareIds(info, usb);
     info.locationInfo = either(property(tty, "ID_PATH"),
                                QString::fromUtf8(udev_device_get_sysname(usb ? usb : parent)));
