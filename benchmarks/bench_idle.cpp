@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <cstdlib>
+
 #include <unistd.h>
 
 using namespace std::chrono_literals;

@@ -55,8 +55,8 @@ int main(int argc, char **argv)
             return EXIT_FAILURE;
         }
     }
-    Figure{QStringLiteral("start to first paint, against a bare window"), median(tool), median(bare),
-           QStringLiteral("ms"), 1.5}
+    Figure{QStringLiteral("start to first paint, against a bare window"), median(tool),
+           median(bare), QStringLiteral("ms"), 1.5}
         .print();
     return EXIT_SUCCESS;
 }

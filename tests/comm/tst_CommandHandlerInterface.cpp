@@ -1,7 +1,7 @@
 #include "comm/Command.h"
 #include "comm/CommandHandlerInterface.h"
-#include "support/MetaMethods.h"
 #include "support/DebugLog.h"
+#include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
 #include <QTest>

@@ -1,5 +1,4 @@
 #include "comm/Command.h"
-#include "support/MetaMethods.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/Reply.h"
 #include "comm/Request.h"
@@ -9,6 +8,7 @@
 #include "serial/SerialDeviceEnumerator.h"
 #include "simulator/Pty.h"
 #include "support/DebugLog.h"
+#include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
 #include <QElapsedTimer>

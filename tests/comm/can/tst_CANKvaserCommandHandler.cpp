@@ -2,8 +2,8 @@
 // which order and with which arguments, is read from the double of the library.
 
 #include "comm/CANKvaserCommandHandler.h"
-#include "support/MetaMethods.h"
 #include "support/DebugLog.h"
+#include "support/MetaMethods.h"
 #include "support/SimulatedCanBus.h"
 #include "support/TestCase.h"
 
