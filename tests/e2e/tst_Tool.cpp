@@ -70,7 +70,9 @@ void tst_Tool::run(const QString &script, const QStringList &environment,
     }
     const QString told = report.join(u'\n') + u'\n' + simulator.messages();
     QVERIFY2(!report.filter(QRegularExpression(u"^done "_s)).isEmpty(), qPrintable(told));
-    QCOMPARE(simulator.waitForEnd(), 0);
+    const int exitCode = simulator.waitForEnd();
+    QVERIFY2(exitCode == 0,
+             qPrintable(u"exit code %1\n"_s.arg(exitCode) + told + simulator.messages()));
 }
 
 QStringList tst_Tool::wireLog() const
