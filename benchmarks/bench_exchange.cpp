@@ -1,5 +1,6 @@
 // One exchange with a module that answers at once: wall time against the one sleep of 10 ms that
-// lies between the write and the first look at the line, and the CPU time that it takes.
+// lies between the write and the first look at the line, and the CPU time that it takes, against a
+// fixed amount and against the bare system calls of such an exchange.
 
 #include "benchmarks/Figure.h"
 #include "comm/QSerialCommandHandler.h"
@@ -13,6 +14,10 @@
 
 #include <cstdlib>
 
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr int Exchanges = 500;
@@ -20,6 +25,29 @@ constexpr double FloorMsecs = 10.0;
 constexpr double CpuGoalUsecs = 100.0;
 
 void ignoreDebugLines(QtMsgType, const QMessageLogContext &, const QString &) { }
+
+/// CPU time of the calling thread for one exchange that has no program around it.
+double bareExchangeCpuUsecs(const char *portPath)
+{
+    constexpr unsigned char GetMaxSpeed[] = {1, 6, 4, 0, 0, 0, 0, 0, 11};
+    const int port = open(portPath, O_RDWR | O_NOCTTY);
+    unsigned char reply[sizeof GetMaxSpeed];
+    const auto before = threadCpuTime();
+    for (int i = 0; i < Exchanges; ++i) {
+        int available = 0;
+        bool ok = write(port, GetMaxSpeed, sizeof GetMaxSpeed) == sizeof GetMaxSpeed
+            && ioctl(port, FIONREAD, &available) == 0;
+        QThread::usleep(10000);
+        ok = ok && ioctl(port, FIONREAD, &available) == 0
+            && read(port, reply, sizeof reply) == sizeof reply;
+        if (!ok) {
+            qFatal("the bare exchange failed");
+        }
+    }
+    const double cpuUsecs = static_cast<double>((threadCpuTime() - before).count()) / 1e3;
+    close(port);
+    return cpuUsecs / Exchanges;
+}
 
 } // namespace
 
@@ -63,6 +91,10 @@ int main(int argc, char **argv)
         .print();
     Figure{QStringLiteral("exchange, CPU, against 100 us"), cpuUsecs / Exchanges, CpuGoalUsecs,
            QStringLiteral("us"), 1.0}
+        .print();
+    handler.closeDevice();
+    Figure{QStringLiteral("exchange, CPU, against bare system calls"), cpuUsecs / Exchanges,
+           bareExchangeCpuUsecs(line.portPath().c_str()), QStringLiteral("us"), 2.0}
         .print();
     return replies == Exchanges ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -11,8 +11,12 @@
 #include <QElapsedTimer>
 #include <QTest>
 
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
+#include <new>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/ioctl.h>
 
@@ -41,7 +45,43 @@ void sendAtTheLastMoment(QtMsgType type, const QMessageLogContext &, const QStri
     }
 }
 
+/// Lets every allocation fail that this thread makes for a reply.
+thread_local bool noMemoryForReplies = false;
+
+/// False for what a library of the toolkit allocates, which may be of the same size.
+bool isInThisProgram(const void *code)
+{
+    Dl_info place{};
+    Dl_info own{};
+    return dladdr(code, &place) != 0
+        && dladdr(reinterpret_cast<const void *>(&isInThisProgram), &own) != 0
+        && place.dli_fbase == own.dli_fbase;
+}
+
 } // namespace
+
+// These stand before those of the library, for the whole program.
+
+void *operator new(std::size_t size)
+{
+    const bool refused =
+        noMemoryForReplies && size == sizeof(Reply) && isInThisProgram(__builtin_return_address(0));
+    void *memory = refused ? nullptr : std::malloc(std::max(size, std::size_t{1}));
+    if (!memory) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+void operator delete(void *memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void *memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
 
 /// The other form of reading, which a handler's name chooses, once for the whole process.
 class tst_QSerialCommandHandlerUsbConstruct : public TestCase
@@ -57,6 +97,7 @@ private slots:
     void replyInPieces();
     void replyDumps();
     void surplusIsThrownAway();
+    void outOfMemory();
     void timeOut();
     void timedOutAddressIsNotWaitedFor();
     void surplusInThePortIsReported();
@@ -133,6 +174,21 @@ void tst_QSerialCommandHandlerUsbConstruct::surplusIsThrownAway()
     m_handler->getAxisParameter(1, 0, 5);
     QCOMPARE(m_emitted->lines(),
              QStringList({u"requestedValue(1, 0, 4, 300)"_s, u"requestedValue(1, 0, 5, 7)"_s}));
+}
+
+void tst_QSerialCommandHandlerUsbConstruct::outOfMemory()
+{
+    m_port->addAnswer(Answer300);
+    m_port->addAnswer(Answer7);
+    const DebugLog log;
+    noMemoryForReplies = true;
+    m_handler->getAxisParameter(1, 0, 4);
+    noMemoryForReplies = false;
+    QCOMPARE(log.lines(),
+             QStringList(u"QSerialCommandHandler::bad_alloc caught: std::bad_alloc"_s));
+    // Neither a reply nor a time-out: the address is waited for as before.
+    m_handler->getAxisParameter(1, 0, 4);
+    QCOMPARE(m_emitted->lines(), QStringList(u"requestedValue(1, 0, 4, 7)"_s));
 }
 
 void tst_QSerialCommandHandlerUsbConstruct::timeOut()

@@ -1,6 +1,7 @@
 #include "simulator/SimulatorProcess.h"
 #include "support/TestCase.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -51,6 +52,9 @@ void tst_Tool::run(const QString &script, const QStringList &environment,
                    const std::function<void(SimulatorProcess &, const QString &)> &onPrint)
 {
     QStringList command = {u"env"_s, u"DEMO_PICTURES="_s + m_folder->path(),
+                           // A pool that the toolkit ends with the program lets go of its
+                           // threads' data too late for the leak check now and then.
+                           u"QT_NO_GUI_THREADPOOL=1"_s,
                            u"QT_PLUGIN_PATH="_s + QStringLiteral(ZDR_DRIVER_PLUGINS),
                            u"QT_QPA_GENERIC_PLUGINS=zdrdriver:"_s + script};
     command += environment;
@@ -71,8 +75,11 @@ void tst_Tool::run(const QString &script, const QStringList &environment,
     const QString told = report.join(u'\n') + u'\n' + simulator.messages();
     QVERIFY2(!report.filter(QRegularExpression(u"^done "_s)).isEmpty(), qPrintable(told));
     const int exitCode = simulator.waitForEnd();
-    QVERIFY2(exitCode == 0,
-             qPrintable(u"exit code %1\n"_s.arg(exitCode) + told + simulator.messages()));
+    if (exitCode != 0) {
+        // By itself, since the text of a failure is cut.
+        qInfo().noquote() << simulator.messages();
+    }
+    QCOMPARE(exitCode, 0);
 }
 
 QStringList tst_Tool::wireLog() const
