@@ -52,9 +52,6 @@ void tst_Tool::run(const QString &script, const QStringList &environment,
                    const std::function<void(SimulatorProcess &, const QString &)> &onPrint)
 {
     QStringList command = {u"env"_s, u"DEMO_PICTURES="_s + m_folder->path(),
-                           // A pool that the toolkit ends with the program lets go of its
-                           // threads' data too late for the leak check now and then.
-                           u"QT_NO_GUI_THREADPOOL=1"_s,
                            u"QT_PLUGIN_PATH="_s + QStringLiteral(ZDR_DRIVER_PLUGINS),
                            u"QT_QPA_GENERIC_PLUGINS=zdrdriver:"_s + script};
     command += environment;
