@@ -16,6 +16,8 @@ function(zdr_configure_target TARGET)
             -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Woverloaded-virtual
             # GCC 12 sees overlaps in std::string's own assignment that aren't there.
             $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
+            # Early GCC 12, as Debian's for Windows, counts private members of base classes as shadowed.
+            $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,12.1>>:-Wno-shadow>
             $<$<BOOL:${ZDR_WARNINGS_AS_ERRORS}>:-Werror>)
     elseif(MSVC)
         target_compile_options(${TARGET} PRIVATE
@@ -28,6 +30,30 @@ function(zdr_configure_target TARGET)
     endif()
 endfunction()
 
+# The toolkit's headers that nearly every source includes, compiled once: a build takes a third of
+# the time. A source still includes what it uses (scripts/check sees to that).
+option(ZDR_PRECOMPILE_HEADERS "Compile the toolkit's headers only once (GCC)" ON)
+if(ZDR_PRECOMPILE_HEADERS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING)
+    file(WRITE "${PROJECT_BINARY_DIR}/toolkit_headers.cpp" "")
+    add_library(zdr_toolkit_headers STATIC EXCLUDE_FROM_ALL "${PROJECT_BINARY_DIR}/toolkit_headers.cpp")
+    zdr_configure_target(zdr_toolkit_headers)
+    # Without the definitions of the widgets' library, which its users need not have.
+    target_link_libraries(zdr_toolkit_headers PRIVATE Qt6::Core)
+    target_include_directories(zdr_toolkit_headers SYSTEM PRIVATE
+        ${Qt6Gui_INCLUDE_DIRS} ${Qt6Widgets_INCLUDE_DIRS})
+    set_target_properties(zdr_toolkit_headers PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+    target_precompile_headers(zdr_toolkit_headers PRIVATE
+        <QCheckBox> <QComboBox> <QDebug> <QGroupBox> <QLabel> <QPushButton> <QSpinBox> <QString>
+        <QStringList> <QTabWidget> <QWidget> <functional> <memory> <vector>)
+endif()
+
+# For targets that use the toolkit.
+function(zdr_use_toolkit_headers TARGET)
+    if(TARGET zdr_toolkit_headers)
+        target_precompile_headers(${TARGET} REUSE_FROM zdr_toolkit_headers)
+    endif()
+endfunction()
+
 # zdr_add_library(zdr_comm SOURCES ... DEPENDS ...)
 # One folder of src/ as a static library with the alias zdr::comm. Includes are written from src/.
 function(zdr_add_library TARGET)
@@ -37,6 +63,7 @@ function(zdr_add_library TARGET)
     add_library(${alias} ALIAS ${TARGET})
     zdr_configure_target(${TARGET})
     target_include_directories(${TARGET} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+    zdr_use_toolkit_headers(${TARGET})
     set_target_properties(${TARGET} PROPERTIES AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}/forms")
     target_link_libraries(${TARGET} PUBLIC ${ARG_DEPENDS})
 endfunction()
@@ -51,6 +78,7 @@ function(zdr_add_test TARGET)
     endif()
     add_executable(${TARGET} ${ARG_SOURCES})
     zdr_configure_target(${TARGET})
+    zdr_use_toolkit_headers(${TARGET})
     target_link_libraries(${TARGET} PRIVATE ${ARG_LIBRARIES} zdr_test_support Qt6::Test)
     if(ARG_THREADED)
         list(APPEND ARG_LABELS threaded)
