@@ -1,6 +1,7 @@
 #include "simulator/CommandLine.h"
 
 #include "simulator/FaultPlan.h"
+#include "simulator/MachineLines.h"
 #include "simulator/Text.h"
 #include "simulator/can/CanBus.h"
 
@@ -73,6 +74,13 @@ std::string setCanBitRate(Options &options, const std::string &argument)
     return {};
 }
 
+std::string addMachineLine(Options &options, const std::string &argument)
+{
+    Module likeThose; // what it refuses, every module would refuse
+    options.machineLines.push_back(argument);
+    return MachineLines::execute(argument, likeThose);
+}
+
 std::string setWithout(Options &options, const std::string &argument)
 {
     options.startWithUsb = options.startWithUsb && argument != "usb";
@@ -112,6 +120,12 @@ constexpr auto entries = std::to_array<OptionEntry>({
      setVersionText},
     {"firmware", "A.B", "version in number form (default 1.5)", setFirmware},
     {"limits", "HOW", "values out of range: refuse (default) or clamp to the range", setLimits},
+    {"machine", "LINE", "carry out a line about the machine (below) at the start; repeatable",
+     addMachineLine},
+    {"seed", "N", "what the noise on the currents starts from (default 1)",
+     [](Options &o, const std::string &a) {
+         return setNumber(o.seed, a, 0, std::numeric_limits<int>::max());
+     }},
     {"log", "FILE", "write all that crosses the lines to FILE; -: to the output",
      [](Options &o, const std::string &a) { return o.logPath = a, std::string(); }},
     {"help", nullptr, "print this",
@@ -200,7 +214,8 @@ std::string CommandLine::help()
     }
     text += "\nLines on the standard input:\n";
     text += indented(FaultPlan::help());
-    text += column("  PORT LINE") + "--plugged: a fault of this port alone: usb, rs485 or can\n";
+    text += indented(MachineLines::help());
+    text += column("  PORT LINE") + "a fault or a line about the machine, for this port alone\n";
     text += indented(CanFaultPlan::help());
     text += column("  plug PORT, unplug PORT")
         + "--plugged: plug in or pull out usb, rs485 or can\n" + column("  help")

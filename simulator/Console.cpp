@@ -1,5 +1,6 @@
 #include "simulator/Console.h"
 
+#include "simulator/MachineLines.h"
 #include "simulator/Text.h"
 
 namespace simulator {
@@ -15,14 +16,14 @@ std::string Console::execute(std::string_view line)
 {
     std::string_view rest = line;
     const std::string_view word = takeWord(rest);
-    if (word == "fault") {
-        return injectFault(line);
+    if (word == "fault" || MachineLines::understands(word)) {
+        return executeOnAll(line);
     }
     if (word == "canfault") {
         return injectCanFault(line);
     }
     if (const Port *port = findPort(word)) {
-        return port->faults->execute(rest);
+        return executeOn(*port, rest);
     }
     if (word == "plug" || word == "unplug") {
         return movePlug(takeWord(rest), word == "plug" ? &Port::plug : &Port::unplug);
@@ -47,11 +48,20 @@ const Console::Port *Console::findPort(std::string_view name) const
     return nullptr;
 }
 
-std::string Console::injectFault(std::string_view line)
+std::string Console::executeOn(const Port &port, std::string_view line)
+{
+    std::string_view rest = line;
+    return MachineLines::understands(takeWord(rest)) ? MachineLines::execute(line, *port.module)
+                                                     : port.faults->execute(line);
+}
+
+std::string Console::executeOnAll(std::string_view line)
 {
     std::string problem;
     for (const Port &port : m_ports) {
-        problem = port.faults->execute(line); // the same for each of them
+        if (std::string other = executeOn(port, line); !other.empty()) {
+            problem = std::move(other); // one is enough: they hardly differ
+        }
     }
     return problem;
 }

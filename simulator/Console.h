@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/FaultPlan.h"
+#include "simulator/Module.h"
 #include "simulator/can/CanFaultPlan.h"
 
 #include <functional>
@@ -22,6 +23,7 @@ public:
     {
         std::string name;
         FaultPlan *faults; ///< not owned
+        Module *module; ///< not owned
         Action plug; ///< may be empty: this port can't be pulled out
         Action unplug;
         CanFaultPlan *canFaults = nullptr; ///< not owned; null: not a CAN interface
@@ -36,7 +38,8 @@ public:
 
 private:
     const Port *findPort(std::string_view name) const;
-    std::string injectFault(std::string_view line);
+    static std::string executeOn(const Port &port, std::string_view line);
+    std::string executeOnAll(std::string_view line);
     std::string injectCanFault(std::string_view line);
     std::string movePlug(std::string_view name, Action Port::*action);
 

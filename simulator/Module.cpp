@@ -19,17 +19,8 @@ constexpr std::uint8_t versionAsText = 0;
 constexpr std::uint8_t versionAsNumber = 1;
 constexpr std::uint8_t moveAbsolute = 0;
 constexpr std::uint8_t moveRelative = 1;
+constexpr std::uint8_t moveToCoordinate = 2;
 constexpr std::int32_t modelNumber = 7710;
-
-// Bits of the status word, AP 18.
-constexpr std::int32_t positionReached = 1 << 0;
-constexpr std::int32_t velocityReached = 1 << 1;
-constexpr std::int32_t closedLoop = 1 << 2;
-constexpr std::int32_t positionMode = 1 << 3;
-constexpr std::int32_t velocityMode = 1 << 4;
-constexpr std::int32_t torqueMode = 1 << 5;
-constexpr std::int32_t modeBits =
-    positionReached | velocityReached | positionMode | velocityMode | torqueMode;
 
 // User variables and the module's own settings.
 std::vector<Bank> globalBanks()
@@ -46,9 +37,10 @@ std::vector<Bank> ioBanks()
     return {{0, 8, 0, 1, false}, {1, 8, 0, 4095, false}, {2, 8, 0, 1, true}};
 }
 
-std::int32_t scaledCurrent(std::int32_t scale)
+// Positions by number, for MVP.
+std::vector<Bank> coordinateBank()
 {
-    return static_cast<std::int32_t>(std::int64_t{scale} * fullScaleCurrent / 255);
+    return {{0, 21, -highest, highest, true}};
 }
 
 } // namespace
@@ -60,14 +52,14 @@ struct Module::CommandEntry
     Outcome (Module::*carryOut)(const Request &);
 };
 
-Module::Module(Identity identity)
+Module::Module(Identity identity, TimeSource clock)
     : m_identity(std::move(identity))
+    , m_clock(std::move(clock))
+    , m_axis(m_clock())
+    , m_coordinates(coordinateBank())
     , m_globals(globalBanks())
     , m_io(ioBanks())
 {
-    followAxisParameter(axis::maxCurrent);
-    followAxisParameter(axis::standbyCurrent);
-    m_axis.set(axis::statusFlags, positionMode | positionReached);
 }
 
 Reply Module::execute(const Request &request)
@@ -83,6 +75,9 @@ Reply Module::execute(const Request &request)
         {10, false, &Module::readGlobalParameter}, // GGP
         {14, false, &Module::writeIo}, // SIO
         {15, false, &Module::readIo}, // GIO
+        {30, true, &Module::writeCoordinate}, // SCO
+        {31, true, &Module::readCoordinate}, // GCO
+        {32, true, &Module::captureCoordinate}, // CCO
         {readVersionCommand, false, &Module::readVersion},
     });
 
@@ -124,50 +119,68 @@ Module::Outcome Module::rotate(const Request &request)
     if (request.command == rotateLeft && request.value == lowest) {
         return {Status::InvalidValue, request.value}; // it has no opposite
     }
-    const Outcome outcome = turnAt(request.command == rotateLeft ? -request.value : request.value);
-    return {outcome.status, request.value};
+    const std::int32_t velocity = request.command == rotateLeft ? -request.value : request.value;
+    return {axisNow().write(axis::targetVelocity, velocity), request.value};
 }
 
 Module::Outcome Module::stop(const Request &request)
 {
-    turnAt(0);
-    return {Status::Done, request.value};
+    return {axisNow().write(axis::targetVelocity, 0), request.value};
 }
 
 Module::Outcome Module::moveToPosition(const Request &request)
 {
-    if (request.type != moveAbsolute && request.type != moveRelative) {
+    std::int64_t target = request.value;
+    if (request.type == moveRelative) {
+        target += axisNow().read(axis::actualPosition).value_or(0);
+    } else if (request.type == moveToCoordinate) {
+        const bool exists = request.value >= 0 && request.value <= 255;
+        const auto coordinate = exists
+            ? m_coordinates.value(0, static_cast<std::uint8_t>(request.value))
+            : std::nullopt;
+        if (!coordinate) {
+            return {Status::InvalidValue, request.value};
+        }
+        target = *coordinate;
+    } else if (request.type != moveAbsolute) {
         return {Status::WrongType, request.value};
     }
-    const std::int64_t start = request.type == moveRelative ? axisValue(axis::actualPosition) : 0;
-    const std::int64_t target = start + request.value;
     if (target < -highest || target > highest) {
         return {Status::InvalidValue, request.value};
     }
-    const Status status = m_axis.write(axis::targetPosition, static_cast<std::int32_t>(target));
-    if (status == Status::Done) {
-        followAxisParameter(axis::targetPosition);
-    }
-    return {status, request.value};
+    return {axisNow().write(axis::targetPosition, static_cast<std::int32_t>(target)),
+            request.value};
 }
 
 Module::Outcome Module::writeAxisParameter(const Request &request)
 {
-    const Status status = m_axis.write(request.type, request.value);
-    if (status == Status::Done) {
-        followAxisParameter(request.type);
-        if (request.type == axis::actualPosition) {
-            // It gives the place where the motor stands another number. Nothing is to move for it.
-            m_axis.set(axis::targetPosition, axisValue(axis::actualPosition));
-        }
-    }
-    return {status, m_axis.value(request.type).value_or(request.value)};
+    const Status status = axisNow().write(request.type, request.value);
+    return {status, m_axis.read(request.type).value_or(request.value)};
 }
 
 Module::Outcome Module::readAxisParameter(const Request &request)
 {
-    const auto value = m_axis.value(request.type);
+    const auto value = axisNow().read(request.type);
     return {value ? Status::Done : Status::WrongType, value.value_or(0)};
+}
+
+Module::Outcome Module::writeCoordinate(const Request &request)
+{
+    const Status status = m_coordinates.write(0, request.type, request.value);
+    return {status, m_coordinates.value(0, request.type).value_or(request.value)};
+}
+
+Module::Outcome Module::readCoordinate(const Request &request)
+{
+    const auto value = m_coordinates.value(0, request.type);
+    return {value ? Status::Done : Status::WrongType, value.value_or(0)};
+}
+
+Module::Outcome Module::captureCoordinate(const Request &request)
+{
+    const std::int32_t position = axisNow().read(axis::actualPosition).value_or(0);
+    const bool exists = m_coordinates.set(0, request.type, position);
+    return {exists ? Status::Done : Status::WrongType, exists ? position : request.value};
 }
 
 Module::Outcome Module::writeGlobalParameter(const Request &request)
@@ -203,81 +216,58 @@ Module::Outcome Module::readVersion(const Request &request)
             modelNumber << 16 | m_identity.majorVersion << 8 | m_identity.minorVersion};
 }
 
-Module::Outcome Module::turnAt(std::int32_t velocity)
+Axis &Module::axisNow()
 {
-    const Status status = m_axis.write(axis::targetVelocity, velocity);
-    if (status == Status::Done) {
-        followAxisParameter(axis::targetVelocity);
-    }
-    return {status, velocity};
+    m_axis.advanceTo(m_clock());
+    return m_axis;
 }
 
-std::int32_t Module::axisValue(std::uint8_t number) const
-{
-    return m_axis.value(number).value_or(0);
-}
-
-// What a new value of one parameter does to others. Motion takes no time here: what is wanted is
-// reached at once.
-void Module::followAxisParameter(std::uint8_t number)
-{
-    const std::int32_t value = axisValue(number);
-    const auto enterMode = [this](std::int32_t bits) {
-        m_axis.set(axis::statusFlags, (axisValue(axis::statusFlags) & ~modeBits) | bits);
-    };
-    switch (number) {
-    case axis::targetPosition:
-        m_axis.set(axis::targetVelocity, 0);
-        m_axis.set(axis::actualVelocity, 0);
-        m_axis.set(axis::actualPosition, value);
-        enterMode(positionMode | positionReached);
-        break;
-    case axis::targetVelocity:
-        m_axis.set(axis::actualVelocity, value);
-        enterMode(velocityMode | velocityReached);
-        break;
-    case axis::targetPhaseCurrent:
-        enterMode(torqueMode);
-        break;
-    case axis::maxCurrent:
-        m_axis.set(axis::maxPhaseCurrent, scaledCurrent(value));
-        break;
-    case axis::standbyCurrent:
-        m_axis.set(axis::standbyPhaseCurrent, scaledCurrent(value));
-        break;
-    case axis::closedLoopMode:
-        m_axis.set(axis::statusFlags,
-                   (axisValue(axis::statusFlags) & ~closedLoop) | (value != 0 ? closedLoop : 0));
-        break;
-    default:
-        break;
-    }
-}
-
-std::optional<std::int32_t> Module::axisParameter(std::uint8_t number) const
+std::optional<std::int32_t> Module::axisParameter(std::uint8_t number)
 {
     const std::lock_guard lock(m_mutex);
-    return m_axis.value(number);
+    return axisNow().read(number);
 }
 
 bool Module::setAxisParameter(std::uint8_t number, std::int32_t value)
 {
     const std::lock_guard lock(m_mutex);
-    const bool known = m_axis.set(number, value);
-    followAxisParameter(number);
-    return known;
+    return axisNow().set(number, value);
+}
+
+bool Module::releaseAxisParameter(std::uint8_t number)
+{
+    const std::lock_guard lock(m_mutex);
+    return axisNow().release(number);
 }
 
 bool Module::setAxisParameterRange(std::uint8_t number, std::int32_t minimum, std::int32_t maximum)
 {
     const std::lock_guard lock(m_mutex);
-    return m_axis.setRange(number, minimum, maximum);
+    return m_axis.parameters().setRange(number, minimum, maximum);
 }
 
 void Module::setLimitPolicy(LimitPolicy policy)
 {
     const std::lock_guard lock(m_mutex);
-    m_axis.setLimitPolicy(policy);
+    m_axis.parameters().setLimitPolicy(policy);
+}
+
+void Module::placeSwitch(Axis::Switch which, std::optional<std::int32_t> position)
+{
+    const std::lock_guard lock(m_mutex);
+    axisNow().placeSwitch(which, position);
+}
+
+void Module::chooseEncoder(EncoderFate fate, std::chrono::milliseconds duration)
+{
+    const std::lock_guard lock(m_mutex);
+    axisNow().chooseEncoder(fate, duration);
+}
+
+void Module::setSeed(std::uint32_t seed)
+{
+    const std::lock_guard lock(m_mutex);
+    m_axis.setSeed(seed);
 }
 
 std::optional<std::int32_t> Module::globalParameter(std::uint8_t bank, std::uint8_t number) const

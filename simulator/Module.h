@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/AxisParameters.h"
+#include "simulator/Axis.h"
 #include "simulator/Reply.h"
 #include "simulator/Request.h"
 #include "simulator/ValueBanks.h"
@@ -23,11 +23,13 @@ struct Identity
 };
 
 /// One simulated controller: turns requests into replies and holds the state behind them. It knows
-/// nothing of lines, bytes and faults. Every operation may be called from every thread.
+/// nothing of lines, bytes and faults. Nothing happens between two calls: each first makes up for
+/// the time that passed since the one before. Every operation may be called from every thread.
 class Module
 {
 public:
-    explicit Module(Identity identity = {});
+    /// @p clock is the time that the module lives in; it is asked at every call.
+    explicit Module(Identity identity = {}, TimeSource clock = std::chrono::steady_clock::now);
 
     /// The module's own address.
     std::uint8_t address() const { return m_identity.address; }
@@ -37,14 +39,21 @@ public:
     Reply execute(const Request &request);
 
     /// Axis parameter @p number as a host would read it; nothing, if there is none.
-    std::optional<std::int32_t> axisParameter(std::uint8_t number) const;
-    /// Changes axis parameter @p number from inside the module, read-only ones included; what
-    /// follows from it is brought up to date. False, if there is none.
+    std::optional<std::int32_t> axisParameter(std::uint8_t number);
+    /// See Axis::set().
     bool setAxisParameter(std::uint8_t number, std::int32_t value);
+    /// See Axis::release().
+    bool releaseAxisParameter(std::uint8_t number);
     /// See AxisParameters::setRange().
     bool setAxisParameterRange(std::uint8_t number, std::int32_t minimum, std::int32_t maximum);
     /// See AxisParameters::setLimitPolicy().
     void setLimitPolicy(LimitPolicy policy);
+    /// See Axis::placeSwitch().
+    void placeSwitch(Axis::Switch which, std::optional<std::int32_t> position);
+    /// See Axis::chooseEncoder().
+    void chooseEncoder(EncoderFate fate, std::chrono::milliseconds duration);
+    /// Starts the noise on the currents anew, as @p seed gives it.
+    void setSeed(std::uint32_t seed);
 
     /// Global parameter @p number of @p bank; nothing, if there is none.
     std::optional<std::int32_t> globalParameter(std::uint8_t bank, std::uint8_t number) const;
@@ -73,15 +82,19 @@ private:
     Outcome readGlobalParameter(const Request &request);
     Outcome writeIo(const Request &request);
     Outcome readIo(const Request &request);
+    Outcome writeCoordinate(const Request &request);
+    Outcome readCoordinate(const Request &request);
+    Outcome captureCoordinate(const Request &request);
     Outcome readVersion(const Request &request);
 
-    Outcome turnAt(std::int32_t velocity);
-    std::int32_t axisValue(std::uint8_t number) const;
-    void followAxisParameter(std::uint8_t number);
+    /// The axis, with all time made up for. Under the lock only.
+    Axis &axisNow();
 
-    mutable std::mutex m_mutex; // guards all below m_identity, which never changes
+    mutable std::mutex m_mutex; // guards all below that isn't const
     const Identity m_identity;
-    AxisParameters m_axis;
+    const TimeSource m_clock;
+    Axis m_axis;
+    ValueBanks m_coordinates; // a bank a motor
     ValueBanks m_globals;
     ValueBanks m_io;
 };

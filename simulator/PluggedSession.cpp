@@ -32,7 +32,7 @@ PluggedSession::~PluggedSession() = default;
 
 std::string PluggedSession::start()
 {
-    listenTo({prepare("usb", m_usb), prepare("rs485", m_rs485), prepareCan()});
+    listenTo({preparePort("usb", m_usb), preparePort("rs485", m_rs485), prepareCan()});
     if (std::string problem = plugAll(); !problem.empty()) {
         return problem;
     }
@@ -63,20 +63,24 @@ int PluggedSession::finish()
     return m_child->wait();
 }
 
-Console::Port PluggedSession::prepare(const std::string &name, PluggedPort &port)
+Console::Port PluggedSession::preparePort(const std::string &name, PluggedPort &port)
 {
-    port.module().setLimitPolicy(options().limits);
+    prepare(port.module());
     port.log().setSink(logFile().sinkFor(name));
-    return {name, &port.faults(), [&port] { return port.plug(); },
+    return {name, &port.faults(), &port.module(), [&port] { return port.plug(); },
             [&port] { return port.unplug(); }};
 }
 
 Console::Port PluggedSession::prepareCan()
 {
-    m_can.module().setLimitPolicy(options().limits);
+    prepare(m_can.module());
     m_can.bus().frames().setSink(logFile().sink());
-    return {"can", &m_can.bus().faults(), [this] { return m_can.plug(); },
-            [this] { return m_can.unplug(); }, &m_can.bus().canFaults()};
+    return {"can",
+            &m_can.bus().faults(),
+            &m_can.module(),
+            [this] { return m_can.plug(); },
+            [this] { return m_can.unplug(); },
+            &m_can.bus().canFaults()};
 }
 
 std::string PluggedSession::plugAll()

@@ -26,7 +26,7 @@ protected:
     int finish() override;
 
 private:
-    Console::Port prepare(const std::string &name, PluggedPort &port);
+    Console::Port preparePort(const std::string &name, PluggedPort &port);
     Console::Port prepareCan();
     std::string plugAll();
 

@@ -14,7 +14,7 @@ PtySession::PtySession(const Options &options)
     , m_module(options.identity)
     , m_line(m_module, options.baudRate)
 {
-    m_module.setLimitPolicy(options.limits);
+    prepare(m_module);
 }
 
 PtySession::~PtySession()
@@ -33,7 +33,7 @@ std::string PtySession::start()
         return problem;
     }
     m_line.log().setSink(logFile().sinkFor("pty"));
-    listenTo({{"pty", &m_line.faults(), {}, {}}});
+    listenTo({{"pty", &m_line.faults(), &m_module, {}, {}}});
     loop().add(m_line.link());
     std::printf("%s\n", m_line.portPath().c_str());
     std::fflush(stdout);

@@ -1,5 +1,7 @@
 #include "simulator/Session.h"
 
+#include "simulator/MachineLines.h"
+
 #include <csignal>
 #include <cstdio>
 
@@ -39,6 +41,15 @@ int Session::run()
     m_loop.watch(m_signals.fd(), [this] { handleSignal(); });
     m_loop.run();
     return finish();
+}
+
+void Session::prepare(Module &module) const
+{
+    module.setLimitPolicy(m_options.limits);
+    module.setSeed(m_options.seed);
+    for (const std::string &line : m_options.machineLines) {
+        MachineLines::execute(line, module); // can't fail: the options have been checked
+    }
 }
 
 void Session::listenTo(std::vector<Console::Port> ports)

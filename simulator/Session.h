@@ -35,6 +35,8 @@ protected:
     /// After the loop has ended: the exit code.
     virtual int finish() = 0;
 
+    /// Makes @p module what the options want it to be.
+    void prepare(Module &module) const;
     /// Lets lines on the standard input reach @p ports.
     void listenTo(std::vector<Console::Port> ports);
 

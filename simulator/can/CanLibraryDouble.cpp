@@ -1,58 +1,28 @@
 // A double of the CAN maker's library: the eight functions that a program calls, each handed over
-// to the simulated bus through a local socket. It is found in the real library's place by a program
-// that is started with its directory in LD_LIBRARY_PATH.
+// to the simulated bus through a socket. It is found in the real library's place by a program that is
+// started with its directory in LD_LIBRARY_PATH, or on Windows in PATH.
 
-#include "simulator/FileDescriptor.h"
-#include "simulator/can/CanCall.h"
+#include "simulator/can/BusLine.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
-#include <sys/socket.h>
-#include <sys/time.h>
-#include <sys/un.h>
-
+#ifdef _WIN32
+#define ZDR_EXPORT extern "C" __declspec(dllexport)
+#else
 #define ZDR_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
 
 namespace {
 
 using namespace simulator;
 
-/// A bus that hangs must not hang the program for good.
-constexpr timeval patience{5, 0};
-
 /// The line to the simulated bus, which every call uses. Programs call from one thread.
-FileDescriptor busLine;
-
-FileDescriptor connectToBus()
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const char *path = std::getenv(canBusVariable);
-    if (!path || std::strlen(path) >= sizeof address.sun_path) {
-        return {};
-    }
-    std::memcpy(address.sun_path, path, std::strlen(path));
-    FileDescriptor line(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-    if (!line.isValid()
-        || ::setsockopt(line.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) < 0
-        || ::connect(line.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address)
-            < 0) {
-        return {};
-    }
-    return line;
-}
+BusLine busLine;
 
 CanAnswer execute(const CanCall &call)
 {
-    CanAnswer answer;
-    if (::send(busLine.get(), &call, sizeof call, MSG_NOSIGNAL) != sizeof call
-        || ::recv(busLine.get(), &answer, sizeof answer, 0) != sizeof answer) {
-        busLine.reset();
-        answer = {static_cast<std::int32_t>(CanStatus::NoBus), {}};
-    }
-    return answer;
+    return busLine.execute(call);
 }
 
 template <typename... Arguments>
@@ -70,8 +40,8 @@ ZDR_EXPORT void canInitializeLibrary()
 {
     // Comes before each opening. The line of an earlier one goes on, unless its bus is gone.
     const CanCall call = callOf(CanFunction::InitializeLibrary);
-    if (!busLine.isValid() || execute(call).result < 0) {
-        busLine = connectToBus();
+    if (execute(call).result < 0) {
+        busLine = BusLine::connect();
         execute(call);
     }
 }

@@ -39,6 +39,8 @@ private slots:
     void identityOfTheUsbModule();
     void faults_data();
     void faults();
+    void machineLines_data();
+    void machineLines();
     void plugEvents();
     void pullOutWhileOpen();
     void plugTwice();
@@ -177,6 +179,36 @@ void tst_PluggedMode::faults()
     const QByteArray reply = QByteArray::fromHex(program.readLine().toLatin1());
     QCOMPARE(reply.size(), 9);
     QCOMPARE(int(reply.at(2)), status);
+    QCOMPARE(program.waitForEnd(), 0);
+    QVERIFY(program.messages().isEmpty());
+}
+
+void tst_PluggedMode::machineLines_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QByteArray>("voltage");
+    const QString usb = u"/dev/ttyACM0"_s;
+    const QString rs485 = u"/dev/ttyUSB0"_s;
+    const QByteArray usual = "000000f0";
+    const QByteArray low = "00000050";
+    QTest::newRow("all, usb") << u"set 153 80"_s << usb << low;
+    QTest::newRow("all, rs485") << u"set 153 80"_s << rs485 << low;
+    QTest::newRow("usb, usb") << u"usb set 153 80"_s << usb << low;
+    QTest::newRow("usb, rs485") << u"usb set 153 80"_s << rs485 << usual;
+    QTest::newRow("can, usb") << u"can set 153 80"_s << usb << usual;
+}
+
+void tst_PluggedMode::machineLines()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, node);
+    SimulatorProcess program(plugged({u"--without"_s, u"usb"_s, u"--without"_s, u"rs485"_s},
+                                     {u"exchange"_s, node, u"9600"_s, u"0106990000000000a0"_s}));
+    program.writeLine(line);
+    program.writeLine(u"plug usb"_s);
+    program.writeLine(u"plug rs485"_s);
+    QTEST(program.readLine().toLatin1().mid(8, 8), "voltage");
     QCOMPARE(program.waitForEnd(), 0);
     QVERIFY(program.messages().isEmpty());
 }

@@ -1,12 +1,11 @@
 #include "simulator/AxisParameterTable.h"
-#include "simulator/Module.h"
+#include "simulator/ModuleUnderTest.h"
 #include "support/TestCase.h"
 
 #include <QTest>
 
-using simulator::Identity;
+using namespace std::chrono_literals;
 using simulator::LimitPolicy;
-using simulator::Module;
 using simulator::Reply;
 using simulator::Request;
 
@@ -15,20 +14,14 @@ namespace {
 constexpr int highest = std::numeric_limits<int>::max();
 constexpr int lowest = std::numeric_limits<int>::min();
 
-Reply send(Module &module, int command, int type, int motorBank, int value)
+Reply send(ModuleUnderTest &module, int command, int type, int motorBank, int value)
 {
-    Request request;
-    request.address = module.address();
-    request.command = static_cast<std::uint8_t>(command);
-    request.type = static_cast<std::uint8_t>(type);
-    request.motorBank = static_cast<std::uint8_t>(motorBank);
-    request.value = value;
-    return module.execute(request);
+    return module.send(command, type, motorBank, value);
 }
 
-int axis(Module &module, int number)
+int axis(ModuleUnderTest &module, int number)
 {
-    return send(module, 6, number, 0, 0).value;
+    return module.axis(number);
 }
 
 } // namespace
@@ -61,7 +54,7 @@ private slots:
 
 void tst_SimulatedModule::everyParameterHasItsStartValue()
 {
-    Module module;
+    ModuleUnderTest module;
     int lastNumber = -1;
     for (const simulator::AxisParameterEntry &entry : simulator::axisParameterTable()) {
         QVERIFY(entry.number > lastNumber);
@@ -77,7 +70,7 @@ void tst_SimulatedModule::everyParameterHasItsStartValue()
 
 void tst_SimulatedModule::everyRangeIsKept()
 {
-    Module module;
+    ModuleUnderTest module;
     for (const simulator::AxisParameterEntry &entry : simulator::axisParameterTable()) {
         if (entry.access != simulator::Access::ReadWrite) {
             continue;
@@ -98,7 +91,7 @@ void tst_SimulatedModule::everyRangeIsKept()
 
 void tst_SimulatedModule::refusedWriteAnswersTheOldValue()
 {
-    Module module;
+    ModuleUnderTest module;
     send(module, 5, 6, 0, 77);
     const Reply reply = send(module, 5, 6, 0, 300);
     QCOMPARE(int(reply.status), 4);
@@ -107,8 +100,8 @@ void tst_SimulatedModule::refusedWriteAnswersTheOldValue()
 
 void tst_SimulatedModule::clampedWriteAnswersTheNearestValue()
 {
-    Module module;
-    module.setLimitPolicy(LimitPolicy::Clamp);
+    ModuleUnderTest module;
+    module.module().setLimitPolicy(LimitPolicy::Clamp);
     const Reply high = send(module, 5, 6, 0, 300);
     QCOMPARE(int(high.status), 100);
     QCOMPARE(high.value, 255);
@@ -118,18 +111,18 @@ void tst_SimulatedModule::clampedWriteAnswersTheNearestValue()
 
 void tst_SimulatedModule::narrowedRange()
 {
-    Module module;
-    module.setLimitPolicy(LimitPolicy::Clamp);
-    QVERIFY(module.setAxisParameterRange(4, 10, 1000));
+    ModuleUnderTest module;
+    module.module().setLimitPolicy(LimitPolicy::Clamp);
+    QVERIFY(module.module().setAxisParameterRange(4, 10, 1000));
     QCOMPARE(send(module, 5, 4, 0, 5000).value, 1000);
     QCOMPARE(send(module, 5, 4, 0, 0).value, 10);
-    QVERIFY(!module.setAxisParameterRange(4, 1, 0));
-    QVERIFY(!module.setAxisParameterRange(3, 0, 1));
+    QVERIFY(!module.module().setAxisParameterRange(4, 1, 0));
+    QVERIFY(!module.module().setAxisParameterRange(3, 0, 1));
 }
 
 void tst_SimulatedModule::readOnlyParameters()
 {
-    Module module;
+    ModuleUnderTest module;
     for (const int number : {15, 18, 123, 131, 150, 153, 154, 155, 156, 209, 237}) {
         const int before = axis(module, number);
         const Reply reply = send(module, 5, number, 0, before + 1);
@@ -140,7 +133,7 @@ void tst_SimulatedModule::readOnlyParameters()
 
 void tst_SimulatedModule::currentsInMilliamperes()
 {
-    Module module;
+    ModuleUnderTest module;
     send(module, 5, 6, 0, 255);
     QCOMPARE(axis(module, 15), 7500);
     send(module, 5, 6, 0, 51);
@@ -153,47 +146,59 @@ void tst_SimulatedModule::currentsInMilliamperes()
 
 void tst_SimulatedModule::rotation()
 {
-    Module module;
+    ModuleUnderTest module;
     QCOMPARE(int(send(module, 1, 0, 0, 1000).status), 100); // ROR
     QCOMPARE(axis(module, 2), 1000);
+    QCOMPARE(axis(module, 131), 0); // it needs its time
+    module.pass(1s);
     QCOMPARE(axis(module, 131), 1000);
     const Reply left = send(module, 2, 0, 0, 500); // ROL
     QCOMPARE(int(left.status), 100);
     QCOMPARE(left.value, 500);
     QCOMPARE(axis(module, 2), -500);
+    module.pass(1s);
     QCOMPARE(axis(module, 131), -500);
     QCOMPARE(int(send(module, 3, 0, 0, 0).status), 100); // MST
     QCOMPARE(axis(module, 2), 0);
+    module.pass(1s);
     QCOMPARE(axis(module, 131), 0);
     send(module, 5, 2, 0, 42); // the target velocity as a parameter turns the motor, too
+    module.pass(1s);
     QCOMPARE(axis(module, 131), 42);
 }
 
 void tst_SimulatedModule::positioning()
 {
-    Module module;
+    ModuleUnderTest module;
     const Reply absolute = send(module, 4, 0, 0, 4000);
     QCOMPARE(int(absolute.status), 100);
     QCOMPARE(absolute.value, 4000);
     QCOMPARE(axis(module, 0), 4000);
+    module.pass(1min);
     QCOMPARE(axis(module, 1), 4000);
     send(module, 4, 1, 0, -1);
     QCOMPARE(axis(module, 0), 3999);
+    module.pass(1min);
     QCOMPARE(axis(module, 1), 3999);
 
-    send(module, 4, 0, 0, highest);
+    send(module, 5, 1, 0, highest);
     QCOMPARE(int(send(module, 4, 1, 0, 1).status), 4);
-    QCOMPARE(axis(module, 1), highest);
+    QCOMPARE(axis(module, 0), highest);
 
     send(module, 1, 0, 0, 100);
-    send(module, 4, 0, 0, 0); // a move ends a rotation
+    module.pass(1s);
+    send(module, 4, 0, 0, highest); // a move ends a rotation
+    QCOMPARE(axis(module, 2), 0);
+    module.pass(1min);
     QCOMPARE(axis(module, 131), 0);
+    QCOMPARE(axis(module, 1), highest);
 }
 
 void tst_SimulatedModule::clearedPosition()
 {
-    Module module;
+    ModuleUnderTest module;
     send(module, 4, 0, 0, 4000);
+    module.pass(1min);
     QCOMPARE(send(module, 5, 1, 0, 0).value, 0);
     QCOMPARE(axis(module, 1), 0);
     QCOMPARE(axis(module, 0), 0);
@@ -201,15 +206,19 @@ void tst_SimulatedModule::clearedPosition()
 
 void tst_SimulatedModule::statusFlags()
 {
-    Module module;
+    ModuleUnderTest module;
     QCOMPARE(axis(module, 18), 0x09); // position mode, reached
-    send(module, 1, 0, 0, 100);
-    QCOMPARE(axis(module, 18), 0x12); // velocity mode, reached
+    send(module, 1, 0, 0, 1000);
+    QCOMPARE(axis(module, 18), 0x10); // velocity mode
+    module.pass(1s);
+    QCOMPARE(axis(module, 18), 0x12); // reached
     send(module, 5, 129, 0, 1);
     QCOMPARE(axis(module, 18), 0x16); // closed loop beside it
     send(module, 5, 14, 0, 300);
     QCOMPARE(axis(module, 18), 0x24); // torque mode
-    send(module, 4, 0, 0, 10);
+    send(module, 4, 0, 0, 100000);
+    QCOMPARE(axis(module, 18), 0x0c);
+    module.pass(1min);
     QCOMPARE(axis(module, 18), 0x0d);
     send(module, 5, 129, 0, 0);
     QCOMPARE(axis(module, 18), 0x09);
@@ -217,7 +226,7 @@ void tst_SimulatedModule::statusFlags()
 
 void tst_SimulatedModule::globalParameters()
 {
-    Module module;
+    ModuleUnderTest module;
     QCOMPARE(int(send(module, 10, 255, 3, 0).status), 100);
     const Reply written = send(module, 9, 5, 2, -7);
     QCOMPARE(int(written.status), 100);
@@ -230,14 +239,14 @@ void tst_SimulatedModule::globalParameters()
 
 void tst_SimulatedModule::ports()
 {
-    Module module;
+    ModuleUnderTest module;
     const Reply written = send(module, 14, 1, 2, 1);
     QCOMPARE(int(written.status), 100);
     QCOMPARE(send(module, 15, 1, 2, 0).value, 1);
     QCOMPARE(int(send(module, 14, 1, 2, 2).status), 4);
     QCOMPARE(int(send(module, 14, 8, 2, 1).status), 3);
     QCOMPARE(int(send(module, 14, 1, 0, 1).status), 6); // an input
-    QVERIFY(module.setIoValue(1, 3, 2047));
+    QVERIFY(module.module().setIoValue(1, 3, 2047));
     QCOMPARE(send(module, 15, 3, 1, 0).value, 2047);
     QCOMPARE(int(send(module, 15, 8, 0, 0).status), 3);
     QCOMPARE(int(send(module, 15, 0, 3, 0).status), 3);
@@ -245,7 +254,7 @@ void tst_SimulatedModule::ports()
 
 void tst_SimulatedModule::version()
 {
-    Module module({.address = 1, .majorVersion = 2, .minorVersion = 17});
+    ModuleUnderTest module({.address = 1, .majorVersion = 2, .minorVersion = 17});
     const Reply text = send(module, 136, 0, 0, 0);
     QVERIFY(text.text.has_value());
     QCOMPARE(QByteArray(text.text->data(), 8), QByteArray("7710V105"));
@@ -261,7 +270,7 @@ void tst_SimulatedModule::version()
 
 void tst_SimulatedModule::shortVersionText()
 {
-    Module module({.versionText = "B1"});
+    ModuleUnderTest module({.versionText = "B1"});
     QCOMPARE(QByteArray(send(module, 136, 0, 0, 0).text->data(), 8),
              QByteArray("B1\0\0\0\0\0\0", 8));
 }
@@ -279,7 +288,7 @@ void tst_SimulatedModule::refusals_data()
     QTest::newRow("ROR of a type") << 1 << 1 << 0 << 5 << 3;
     QTest::newRow("ROL of the lowest number") << 2 << 0 << 0 << lowest << 4;
     QTest::newRow("ROR too fast") << 1 << 0 << 0 << highest << 4;
-    QTest::newRow("MVP of a type") << 4 << 2 << 0 << 5 << 3;
+    QTest::newRow("MVP of a type") << 4 << 3 << 0 << 5 << 3;
     QTest::newRow("SAP of nothing") << 5 << 3 << 0 << 5 << 3;
     QTest::newRow("GAP of nothing") << 6 << 255 << 0 << 0 << 3;
     for (const int command : {1, 2, 3, 4, 5, 6}) {
@@ -294,7 +303,7 @@ void tst_SimulatedModule::refusals()
     QFETCH(int, motorBank);
     QFETCH(int, value);
     QFETCH(int, status);
-    Module module;
+    ModuleUnderTest module;
     const Reply reply = send(module, command, type, motorBank, value);
     QCOMPARE(int(reply.status), status);
     QCOMPARE(int(reply.command), command);
@@ -306,7 +315,7 @@ void tst_SimulatedModule::refusals()
 
 void tst_SimulatedModule::replyFields()
 {
-    Module module({.address = 200, .replyAddress = 9});
+    ModuleUnderTest module({.address = 200, .replyAddress = 9});
     const Reply reply = send(module, 6, 153, 0, 12345);
     QCOMPARE(int(reply.replyAddress), 9);
     QCOMPARE(int(reply.moduleAddress), 200);
@@ -318,29 +327,29 @@ void tst_SimulatedModule::replyFields()
     damaged.type = 6;
     damaged.value = 1;
     damaged.intact = false;
-    QCOMPARE(int(module.execute(damaged).status), 1);
+    QCOMPARE(int(module.module().execute(damaged).status), 1);
     QCOMPARE(axis(module, 6), 128);
 }
 
 void tst_SimulatedModule::innerAccess()
 {
-    Module module;
-    QVERIFY(module.setAxisParameter(155, 300));
+    ModuleUnderTest module;
+    QVERIFY(module.module().setAxisParameter(155, 300));
     QCOMPARE(axis(module, 155), 300);
-    QVERIFY(module.setAxisParameter(6, 300)); // no range from inside
-    QCOMPARE(module.axisParameter(6), std::optional(300));
-    QVERIFY(module.setAxisParameter(1, 77)); // moved by something else than a target
+    QVERIFY(module.module().setAxisParameter(6, 300)); // no range from inside
+    QCOMPARE(module.module().axisParameter(6), std::optional(300));
+    QVERIFY(module.module().setAxisParameter(1, 77)); // moved by something else than a target
     QCOMPARE(axis(module, 0), 0);
-    QVERIFY(!module.setAxisParameter(3, 1));
-    QVERIFY(!module.axisParameter(3).has_value());
+    QVERIFY(!module.module().setAxisParameter(3, 1));
+    QVERIFY(!module.module().axisParameter(3).has_value());
 
-    QVERIFY(module.setGlobalParameter(0, 66, 5));
-    QCOMPARE(module.globalParameter(0, 66), std::optional(5));
-    QVERIFY(!module.setGlobalParameter(9, 0, 5));
-    QVERIFY(!module.globalParameter(9, 0).has_value());
-    QCOMPARE(module.ioValue(2, 0), std::optional(0));
-    QVERIFY(!module.setIoValue(2, 8, 1));
-    QVERIFY(!module.ioValue(2, 8).has_value());
+    QVERIFY(module.module().setGlobalParameter(0, 66, 5));
+    QCOMPARE(module.module().globalParameter(0, 66), std::optional(5));
+    QVERIFY(!module.module().setGlobalParameter(9, 0, 5));
+    QVERIFY(!module.module().globalParameter(9, 0).has_value());
+    QCOMPARE(module.module().ioValue(2, 0), std::optional(0));
+    QVERIFY(!module.module().setIoValue(2, 8, 1));
+    QVERIFY(!module.module().ioValue(2, 8).has_value());
 }
 
 QTEST_GUILESS_MAIN(tst_SimulatedModule)

@@ -6,8 +6,10 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <csignal>
+#include <numeric>
 
 #include <unistd.h>
 
@@ -17,6 +19,33 @@ namespace {
 
 const QByteArray question = QByteArray::fromHex("0106990000000000a0");
 const QByteArray answer = QByteArray::fromHex("02016406000000f05d");
+
+QByteArray datagram(int command, int type, int value)
+{
+    QByteArray bytes(9, '\0');
+    bytes[0] = 1;
+    bytes[1] = static_cast<char>(command);
+    bytes[2] = static_cast<char>(type);
+    qToBigEndian<qint32>(value, bytes.data() + 4);
+    bytes[8] = static_cast<char>(std::accumulate(bytes.begin(), bytes.end() - 1, 0));
+    return bytes;
+}
+
+QByteArray readAxis(int number)
+{
+    return datagram(6, number, 0);
+}
+
+QByteArray writeAxis(int number, int value)
+{
+    return datagram(5, number, value);
+}
+
+int valueOf(RawPort &port, const QByteArray &request)
+{
+    const QByteArray reply = port.exchange(request);
+    return reply.size() == 9 ? qFromBigEndian<qint32>(reply.constData() + 4) : -1;
+}
 
 } // namespace
 
@@ -32,6 +61,10 @@ private slots:
     void ptyIdentity();
     void baudRate();
     void clamping();
+    void machineFromTheOptions();
+    void machineFromTheInput();
+    void seed();
+    void motorNeedsItsTime();
     void faultsFromTheInput();
     void wrongLines();
     void endOfInputEndsNothing();
@@ -63,10 +96,15 @@ void tst_SimulatorProgram::help()
                              "--can-address N",
                              "--can-bitrate KBIT",
                              "--without PORT",
+                             "--machine LINE",
+                             "--seed N",
                              "--log FILE",
                              "--help",
                              "fault silence [N]",
                              "canfault foreign ID [N]",
+                             "switch SIDE POSITION",
+                             "encoder endless",
+                             "range AP MINIMUM MAXIMUM",
                              "plug PORT, unplug PORT",
                              "quit"}) {
         QVERIFY2(text.contains(QLatin1String(word)), word);
@@ -99,6 +137,11 @@ void tst_SimulatorProgram::wrongOptions_data()
         {u"--version-text"_s, u"short"_s},
         {u"--limits"_s, u"none"_s},
         {u"--without"_s, u"pty"_s},
+        {u"--machine"_s, u"switch up 5"_s},
+        {u"--machine"_s, u"fault silence"_s},
+        {u"--machine"_s, u""_s},
+        {u"--seed"_s, u"-1"_s},
+        {u"--seed"_s, u"x"_s},
         {u"--can-address"_s, u"256"_s},
         {u"--can-bitrate"_s, u"300"_s},
         {u"--can-bitrate"_s, u"-1"_s},
@@ -165,6 +208,64 @@ void tst_SimulatorProgram::clamping()
     QCOMPARE(second.exchange(tooMuch), QByteArray::fromHex("02016405000000ff6b"));
 }
 
+void tst_SimulatorProgram::machineFromTheOptions()
+{
+    SimulatorProcess program({u"--pty"_s, u"--machine"_s, u"range 6 0 200"_s, u"--limits"_s,
+                              u"clamp"_s, u"--machine"_s, u"switch left 0"_s, u"--machine"_s,
+                              u"encoder failure 0"_s});
+    RawPort port(program.readLine());
+    QCOMPARE(valueOf(port, writeAxis(6, 255)), 200);
+    QCOMPARE(valueOf(port, readAxis(18)), 0x089);
+    QCOMPARE(valueOf(port, writeAxis(132, 1)), 1);
+    QCOMPARE(valueOf(port, readAxis(132)), 3);
+}
+
+void tst_SimulatorProgram::machineFromTheInput()
+{
+    SimulatorProcess program({u"--pty"_s});
+    RawPort port(program.readLine());
+    program.writeLine(u"set 153 80"_s);
+    program.writeLine(u"pty switch right 0"_s);
+    program.writeLine(u"nonsense"_s); // its message shows that the lines before have been read
+    QTRY_VERIFY_WITH_TIMEOUT(program.messages().contains(u"nonsense"_s), 30000);
+    QCOMPARE(valueOf(port, readAxis(18)), 0x309);
+    program.writeLine(u"release 153"_s);
+    program.writeLine(u"switch right off"_s);
+    program.writeLine(u"more nonsense"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(program.messages().contains(u"more"_s), 30000);
+    QCOMPARE(valueOf(port, readAxis(18)), 0x009);
+    QCOMPARE(program.messages().count(u'\n'), 2);
+}
+
+void tst_SimulatorProgram::seed()
+{
+    const auto noise = [](const QString &number) {
+        SimulatorProcess program({u"--pty"_s, u"--seed"_s, number});
+        RawPort port(program.readLine());
+        valueOf(port, writeAxis(130, 1000000)); // no ramp
+        valueOf(port, writeAxis(2, 1000));
+        QList<int> values;
+        for (int i = 0; i < 10; ++i) {
+            values.append(valueOf(port, readAxis(150)));
+        }
+        return values;
+    };
+    const QList<int> first = noise(u"1"_s);
+    QCOMPARE(noise(u"1"_s), first);
+    QVERIFY(noise(u"2"_s) != first);
+}
+
+void tst_SimulatorProgram::motorNeedsItsTime()
+{
+    SimulatorProcess program({u"--pty"_s});
+    RawPort port(program.readLine());
+    QCOMPARE(valueOf(port, writeAxis(5, 1)), 1); // so slow that it would take half an hour
+    QCOMPARE(valueOf(port, writeAxis(0, 1000000)), 1000000);
+    QTRY_VERIFY_WITH_TIMEOUT(valueOf(port, readAxis(1)) > 0, 30000);
+    QVERIFY(valueOf(port, readAxis(1)) < 1000000);
+    QCOMPARE(valueOf(port, readAxis(18)), 0x008);
+}
+
 void tst_SimulatorProgram::faultsFromTheInput()
 {
     SimulatorProcess program({u"--pty"_s, u"--log"_s, u"-"_s});
@@ -186,12 +287,12 @@ void tst_SimulatorProgram::wrongLines()
     QVERIFY(!program.readLine().isEmpty());
     for (const QString &line :
          {u"fault noise"_s, u"plug pty"_s, u"unplug usb"_s, u"usb fault off"_s, u"pty"_s,
-          u"canfault off"_s, u""_s, QString(5000, u'x')}) {
+          u"canfault off"_s, u"switch up 5"_s, u"pty encoder"_s, u""_s, QString(5000, u'x')}) {
         program.writeLine(line);
     }
     program.writeLine(u"quit"_s);
     QCOMPARE(program.waitForEnd(), 0);
-    QCOMPARE(program.messages().count(u"zdr-simulator: "_s), 6); // not for the last two
+    QCOMPARE(program.messages().count(u"zdr-simulator: "_s), 8); // not for the last two
 }
 
 void tst_SimulatorProgram::endOfInputEndsNothing()
