@@ -12,8 +12,9 @@ namespace {
 // shows as " []".
 QString displayText(const QString &port, const QString &description)
 {
-    if (description.isEmpty())
+    if (description.isEmpty()) {
         return port;
+    }
     return port + u" ["_s + description.section(u' ', 0, 0) + u']';
 }
 
@@ -52,8 +53,9 @@ DeviceList::DeviceList(QComboBox *comboBox, const ConnectionButtons &buttons)
 
 void DeviceList::add(const QString &port, const QString &description)
 {
-    if (m_comboBox->count() == 0)
+    if (m_comboBox->count() == 0) {
         m_buttons.setConnectEnabled(true);
+    }
     m_comboBox->addItem(displayText(port, description), QVariantList{port, description});
     m_comboBox->setItemData(m_comboBox->count() - 1, toolTipText(port, description),
                             Qt::ToolTipRole);
@@ -64,13 +66,16 @@ void DeviceList::remove(const QString &port)
 {
     qDebug().nospace() << "removeDevice(" << port << ")";
     const int index = indexOf(port);
-    if (index < 0)
+    if (index < 0) {
         return;
-    if (index == m_comboBox->currentIndex())
+    }
+    if (index == m_comboBox->currentIndex()) {
         m_buttons.showDisconnected();
+    }
     m_comboBox->removeItem(index);
-    if (m_comboBox->count() == 0)
+    if (m_comboBox->count() == 0) {
         m_buttons.setConnectEnabled(false);
+    }
 }
 
 void DeviceList::clear()
@@ -81,8 +86,9 @@ void DeviceList::clear()
 std::optional<QString> DeviceList::currentPort() const
 {
     const QVariantList data = m_comboBox->currentData().toList();
-    if (data.isEmpty())
+    if (data.isEmpty()) {
         return std::nullopt;
+    }
     return data.first().toString();
 }
 
@@ -92,12 +98,14 @@ int DeviceList::indexOf(const QString &port) const
     for (int index = 0; index < m_comboBox->count(); ++index) {
         const QVariantList data = m_comboBox->itemData(index).toList();
         debugItem(index, data);
-        if (data.isEmpty())
+        if (data.isEmpty()) {
             continue;
+        }
         const QString itemPort = data.first().toString();
         qDebug().nospace() << "port: " << itemPort << " description: " << data.value(1).toString();
-        if (itemPort == port)
+        if (itemPort == port) {
             return index;
+        }
     }
     return -1;
 }

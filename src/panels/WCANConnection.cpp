@@ -6,7 +6,7 @@
 namespace {
 
 /// In kBit/s, in the order of the list.
-constexpr int defaultBitrates[] = {1000, 500, 250, 125, 100, 50, 20, 10};
+constexpr int DefaultBitrates[] = {1000, 500, 250, 125, 100, 50, 20, 10};
 
 } // namespace
 
@@ -16,8 +16,9 @@ WCANConnection::WCANConnection(QWidget *parent)
 {
     m_ui->setupUi(this);
     m_buttons = std::make_unique<ConnectionButtons>(m_ui->btnConnect, m_ui->btnDisconnect);
-    for (const int bitrate : defaultBitrates)
+    for (const int bitrate : DefaultBitrates) {
         addBitrate(bitrate);
+    }
 }
 
 WCANConnection::~WCANConnection() = default;

@@ -57,8 +57,9 @@ void WConnection::setTitle(const QString &title)
 void WConnection::on_btnConnect_clicked()
 {
     const std::optional<QString> port = m_devices->currentPort();
-    if (!port)
+    if (!port) {
         return;
+    }
     qDebug().nospace() << "connect to: " << *port;
     // Before the signal: whoever fails to open the port has turned the buttons back on its return.
     showConnected();

@@ -14,7 +14,7 @@ struct CommandItem
 
 /// The commands that the panel offers, in the order of the list. The numbers between them are not
 /// for the user.
-constexpr CommandItem commandItems[] = {
+constexpr CommandItem CommandItems[] = {
     {1, "ROR"_L1},   {2, "ROL"_L1},   {3, "MST"_L1},  {4, "MVP"_L1},   {5, "SAP"_L1},
     {6, "GAP"_L1},   {7, "STAP"_L1},  {8, "RSAP"_L1}, {9, "SGP"_L1},   {10, "GGP"_L1},
     {11, "STGP"_L1}, {12, "RSGP"_L1}, {13, "RFS"_L1}, {14, "SIO"_L1},  {15, "GIO"_L1},
@@ -33,9 +33,10 @@ WDirectMode::WDirectMode(QWidget *parent)
     , m_ui(std::make_unique<Ui::WDirectMode>())
 {
     m_ui->setupUi(this);
-    for (const CommandItem &item : commandItems)
+    for (const CommandItem &item : CommandItems) {
         m_ui->cbCommand->addItem(QString::number(item.number) + " - "_L1 + item.mnemonic,
                                  item.number);
+    }
 }
 
 WDirectMode::~WDirectMode() = default;
@@ -48,8 +49,9 @@ void WDirectMode::requestResult(char address, char motorBank, char command, char
 void WDirectMode::requestedCommand(char address, char command, char type, char motorBank,
                                    char status, int value)
 {
-    if (command != m_lastCommand || type != m_lastType || motorBank != m_lastMotorBank)
+    if (command != m_lastCommand || type != m_lastType || motorBank != m_lastMotorBank) {
         return;
+    }
     showReply(address, m_lastMotorBank, m_lastCommand, status, value);
     m_lastCommand = 0;
     m_lastType = 0;

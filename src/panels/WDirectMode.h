@@ -24,7 +24,7 @@ public:
     explicit WDirectMode(QWidget *parent = nullptr);
     ~WDirectMode() override;
 
-    /// Sets the address that requests go to.
+    /// Sets the address that requests go to. One of 128 or above becomes 0, see above.
     void setAddress(char address);
     /// The address that requests go to, as a byte.
     char address() const;

@@ -85,8 +85,9 @@ void WSerialConnection::setTitle(const QString &title)
 void WSerialConnection::on_btnConnect_clicked()
 {
     const std::optional<QString> port = m_devices->currentPort();
-    if (!port)
+    if (!port) {
         return;
+    }
     qDebug().nospace() << "connect to: " << *port;
     // Before the signal: whoever fails to open the port has turned the buttons back on its return.
     showConnected();

@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QWidget>
 
+#include <functional>
+
 /// What the tests of the panels share.
 namespace PanelTest {
 
@@ -47,8 +49,10 @@ template <typename Panel>
 class Shown
 {
 public:
-    Shown()
-        : m_panel(new Panel(&m_window))
+    /// @param create makes the panel, as a child of the window
+    explicit Shown(const std::function<Panel *(QWidget *window)> &create =
+                       [](QWidget *window) { return new Panel(window); })
+        : m_panel(create(&m_window))
     {
         m_window.resize(600, 300);
         m_window.show();

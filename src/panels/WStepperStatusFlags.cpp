@@ -1,0 +1,90 @@
+#include "panels/WStepperStatusFlags.h"
+
+#include "ui_WStepperStatusFlags.h"
+
+#include <QEvent>
+
+namespace {
+
+constexpr int NoMode = -1;
+
+/// The lamp of one bit of the status word.
+struct Lamp
+{
+    QRadioButton *Ui::WStepperStatusFlags::*button;
+    int mode = NoMode; ///< what motorControlModeChanged() tells if the bit is set
+};
+
+using Form = Ui::WStepperStatusFlags;
+
+/// By bit, from 0 on.
+constexpr Lamp lamps[] = {
+    {&Form::rbPositionReached}, {&Form::rbVelocityReached}, {&Form::rbClosedLoop},
+    {&Form::rbPositionMode, 0}, {&Form::rbVelocityMode, 1}, {&Form::rbTorqueMode, 2},
+    {&Form::rbHomeSwitch},      {&Form::rbLeftSwitch},      {&Form::rbRightLimitSwitch},
+    {&Form::rbUndervoltage},    {&Form::rbOvervoltage},     {&Form::rbOvertemperature},
+};
+
+} // namespace
+
+WStepperStatusFlags::WStepperStatusFlags(QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::WStepperStatusFlags>())
+{
+    m_ui->setupUi(this);
+    for (const Lamp &lamp : lamps) {
+        QRadioButton *button = (*m_ui).*lamp.button;
+        // The overvoltage lamp goes without the filter, by design: the user can check and clear it
+        // by a click until the next status word sets it again.
+        if (button != m_ui->rbOvervoltage) {
+            button->installEventFilter(this);
+        }
+    }
+}
+
+WStepperStatusFlags::~WStepperStatusFlags() = default;
+
+void WStepperStatusFlags::setStatusParameter(char number)
+{
+    m_apStatus = number;
+}
+
+QList<char> *WStepperStatusFlags::traceParameters() const
+{
+    return new QList<char>{m_apStatus};
+}
+
+bool WStepperStatusFlags::eventFilter(QObject *object, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        for (const Lamp &lamp : lamps) {
+            const QRadioButton *button = (*m_ui).*lamp.button;
+            if (object == button && button != m_ui->rbOvervoltage) {
+                return true;
+            }
+        }
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+void WStepperStatusFlags::requestedTraceValue(char address, char motorBank, char type, int value)
+{
+    if (!isFrom(address, motorBank) || type != m_apStatus) {
+        return;
+    }
+    auto word = static_cast<unsigned int>(value);
+    for (const Lamp &lamp : lamps) {
+        const bool set = (word & 1U) != 0;
+        ((*m_ui).*lamp.button)->setChecked(set);
+        if (set && lamp.mode != NoMode) {
+            emit motorControlModeChanged(lamp.mode);
+        }
+        word >>= 1U;
+    }
+}
