@@ -1,15 +1,12 @@
 // The picture of bench_chart by QCustomPlot. Prints the microseconds of one drawing, for the faster
 // of lines and dots.
 
-// The library's header uses the macro.
-#undef QT_NO_FOREACH
-
 #include "benchmarks/ChartPicture.h"
 
 #include <QApplication>
+#include <qcustomplot.h>
 
 #include <cstdio>
-#include <qcustomplot.h>
 
 int main(int argc, char **argv)
 {

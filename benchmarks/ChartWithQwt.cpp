@@ -1,15 +1,15 @@
-// The picture of bench_chart by Qwt, on Qt 5, for which Debian builds it. Prints the microseconds of
-// one drawing, for the faster of lines and dots.
+// The picture of bench_chart by Qwt, on Qt 5, for which Debian builds it. Prints the microseconds
+// of one drawing, for the faster of lines and dots.
 
 #include "benchmarks/ChartPicture.h"
 
 #include <QApplication>
-
-#include <cstdio>
 #include <qwt_legend.h>
 #include <qwt_plot.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
+
+#include <cstdio>
 #include <vector>
 
 int main(int argc, char **argv)

@@ -1,5 +1,5 @@
-// Painting a chart with two curves: with a short history against long ones, and against two plotting
-// libraries that show as many samples. Adding samples to a full history.
+// Painting a chart with two curves: with a short history against long ones, and against two
+// plotting libraries that show as many samples. Adding samples to a full history.
 
 #include "benchmarks/ChartPicture.h"
 #include "benchmarks/Figure.h"
@@ -45,8 +45,7 @@ public:
     /// The least of its measured paints so far, in microseconds.
     double paintUsecs()
     {
-        m_usecs = std::min(m_usecs,
-                           ChartPicture::paintUsecs([this] { m_area.render(&m_canvas); }));
+        m_usecs = std::min(m_usecs, ChartPicture::paintUsecs([this] { m_area.render(&m_canvas); }));
         return m_usecs;
     }
 
@@ -131,8 +130,8 @@ int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     const double ours = measureHistories();
-    const bool done = measurePeer(QStringLiteral("QCustomPlot"),
-                                  QStringLiteral(ZDR_QCUSTOMPLOT_PEER), ours)
+    const bool done =
+        measurePeer(QStringLiteral("QCustomPlot"), QStringLiteral(ZDR_QCUSTOMPLOT_PEER), ours)
         && measurePeer(QStringLiteral("Qwt"), QStringLiteral(ZDR_QWT_PEER), ours);
     measureAdding();
     return done ? EXIT_SUCCESS : EXIT_FAILURE;
