@@ -12,15 +12,18 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
+    /// With the menus and a new Stepper, of the size that the caller gives it.
     explicit MainWindow(QWidget *parent = nullptr, Qt::WindowFlags flags = {});
 
 public slots:
     /// Closes the window, exactly as its close box does.
     void exitProgram();
+    /// Shows the About box and returns when the user has closed it.
     void showVersionInfo();
-    void velocityDrawerTriggered();
-    void positionDrawerTriggered();
-    void torqueDrawerTriggered();
+    // Each of the next three passes the mark of its menu entry on to the Stepper.
+    void velocityDrawerTriggered(); ///< shows or hides the velocity graph
+    void positionDrawerTriggered(); ///< shows or hides the position graph
+    void torqueDrawerTriggered(); ///< shows or hides the torque graph
 
 private:
     void createMenus();

@@ -8,6 +8,7 @@
 #include "comm/CommandNumbers.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/TraceCommand.h"
+#include "panels/AxisParameter.h"
 #include "ui_Stepper.h"
 
 #include <QDebug>
@@ -34,12 +35,22 @@ Stepper::Stepper(QWidget *mainWindow)
     , m_mainWindow(mainWindow)
 {
     m_ui->setupUi(this);
+    buildAvailableTraceCommands();
     createSerialHandler();
     createCanHandler();
     wireTraceController();
     wireConnectionPanels();
-    wireLoopMode();
+    assembleQuickstartTab();
+    assembleSettingsTab();
+    assembleClosedLoopTab();
+    assembleEncoderTab();
+    assembleTorqueTab();
+    assembleVelocityTab();
+    assemblePositioningTab();
     wireDirectMode();
+    assembleStates();
+    configureCharts();
+    wireCharts();
     WheelGuard::install(this);
 
     enableModuleControls(false);
@@ -155,7 +166,15 @@ void Stepper::handleCanKvaserDeviceClosed(char id)
 
 void Stepper::readModuleSettings()
 {
-    // No panel on the tabs has values to read yet.
+    // Each panel is asked only while there is a module: the flag is set from within an exchange.
+    const auto readAll = [this](auto *...panels) {
+        (... && (!m_deviceDetached && (panels->readValues(), true)));
+    };
+    // The second panels for ramp and correction fill themselves from the replies to the first.
+    readAll(m_ui->wJogVelocityControl, m_ui->wModuleSettings, m_ui->wOpenLoopSettings,
+            m_ui->wChopperSettings, m_ui->wVelocityRampControl1, m_ui->wFieldWeakeningSettings,
+            m_ui->wPositionMaintenanceSettings, m_ui->wScalerSettings, m_ui->wEncoderSettings,
+            m_ui->wCorrectionSettings1);
 }
 
 void Stepper::enableModuleControls(bool enabled)
@@ -163,6 +182,10 @@ void Stepper::enableModuleControls(bool enabled)
     for (int index = FirstModuleTab; index < m_ui->tabWidget->count(); ++index) {
         m_ui->tabWidget->setTabEnabled(index, enabled);
     }
+    for (WSimpleScaledDrawer *drawer : drawers()) {
+        drawer->setEnabled(enabled);
+    }
+    m_ui->wStates->setEnabled(enabled);
     m_ui->wTraceController->setEnabled(enabled);
 }
 
@@ -208,6 +231,44 @@ void Stepper::handleTargetTorqueChange(char address, char motorBank, int value)
     onConnectedHandlers([=](auto *handler) {
         handler->setAxisParameter(address, motorBank, TargetTorqueParameter, value);
     });
+}
+
+// --- The module's state -----------------------------------------------------------------------
+
+void Stepper::handleMaxCurrentChanged(int value)
+{
+    m_ui->wTorqueControl->setTargetMaximum(value);
+}
+
+void Stepper::handleMotorControlModeChanged(int mode)
+{
+    // The last mode is the process's, not the object's: a second window would find the motion it
+    // is told of highlighted already. An unknown mode is remembered, too.
+    static int lastMotorControlMode = -1;
+    if (mode == lastMotorControlMode) {
+        return;
+    }
+    constexpr int Positioning = 0;
+    constexpr int Velocity = 1;
+    constexpr int Torque = 2;
+    if (mode >= Positioning && mode <= Torque) {
+        m_ui->wJogPositionControl->setActive(mode == Positioning);
+        m_ui->wJogVelocityControl->setActive(mode == Velocity);
+        m_ui->wJogTorqueControl->setActive(mode == Torque);
+    }
+    lastMotorControlMode = mode;
+}
+
+void Stepper::handleMotorHalted(bool halted)
+{
+    // The process's, as above. The loop mode box of the quickstart tab stays free on purpose.
+    static bool lastMotorHalted = true;
+    if (halted == lastMotorHalted) {
+        return;
+    }
+    m_ui->wOpenLoopSettings->setEnabled(halted);
+    m_ui->wModuleSettings->setLoopModeEnabled(halted);
+    lastMotorHalted = halted;
 }
 
 // --- Loop mode --------------------------------------------------------------------------------

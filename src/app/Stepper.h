@@ -2,12 +2,20 @@
 
 #include <QWidget>
 
+#include <array>
 #include <memory>
 #include <vector>
 
 class CANKvaserCommandHandler;
+class Command;
+class CommandHandlerInterface;
+class CorrectionSettings;
 class QSerialCommandHandler;
+class QSettings;
+class SettingsFileContent;
 class TraceCommand;
+class WSimpleScaledDrawer;
+class WStepperVelocityRampControl;
 
 namespace Ui {
 class Stepper;
@@ -60,6 +68,11 @@ public slots:
     void handleTargetTorqueChange(char address, char motorBank, int value);
     /// Loop mode 0 or 1; any other does nothing. Nothing connects to it.
     void handleSelectedTypeChanged(int type);
+    /// @p value in mA becomes the largest target current that can be entered.
+    void handleMaxCurrentChanged(int value);
+    /// Highlights the jog panel of the kind of motion that the module is in: 0 positioning,
+    /// 1 velocity, 2 torque. Any other leaves the highlight as it is.
+    void handleMotorControlModeChanged(int mode);
     void exportSettings();
     void importSettings();
     void exportSettingsToZDRL();
@@ -67,14 +80,37 @@ public slots:
     /// @p value is the text of an item, whose number stands before " :".
     void actualLoopModeChanged(QString value);
     void updateTraceValues();
+    /// Has the encoder detected in a dialog.
+    void handleBtnEncoderClicked();
+    /// What must not change while the motor turns is locked until it stands still.
+    void handleMotorHalted(bool halted);
 
 private:
     void createSerialHandler();
     void createCanHandler();
     void wireTraceController();
     void wireConnectionPanels();
-    void wireLoopMode();
     void wireDirectMode();
+    void assembleQuickstartTab();
+    void assembleSettingsTab();
+    void assembleClosedLoopTab();
+    void assembleEncoderTab();
+    void assembleTorqueTab();
+    void assembleVelocityTab();
+    void assemblePositioningTab();
+    void assembleStates();
+    void assembleRampControl(WStepperVelocityRampControl *ramp);
+    void assembleCorrectionSettings(CorrectionSettings *correction);
+    /// Binds @p panel to both transports by each of @p Links, which are of Wire.
+    template <unsigned Links, typename Panel>
+    void wire(Panel *panel);
+
+    void buildAvailableTraceCommands();
+    void configureCharts();
+    void wireCharts();
+    void showDrawer(WSimpleScaledDrawer *drawer, bool show);
+    /// The charts from top to bottom.
+    std::array<WSimpleScaledDrawer *, 3> drawers() const;
 
     /// What the three open slots have in common: hand @p address to the panels, open the transport
     /// by @p open (false puts @p panel back to ready), read the settings, enable the controls.
@@ -86,6 +122,20 @@ private:
     void enableModuleControls(bool enabled);
     /// Hands @p address to every panel and builds the list of polled values anew.
     void updateTraceCommands(char address);
+
+    bool isAnyHandlerConnected() const;
+    /// One exchange of an export or import. Null, if no answer came, and at once for the rest of a
+    /// run that has lost a module.
+    std::unique_ptr<Command> exchangeSetting(CommandHandlerInterface *handler, char command,
+                                             char type, int value);
+    /// One axis parameter from the module into the open section.
+    void writeSetting(QSettings &settings, char type, const QString &key);
+    /// One key to the module, which is then asked for the value, so that the panels follow.
+    void importSetting(const SettingsFileContent &content, QStringView section, char type,
+                       const QString &key);
+    /// The line of a script that sets an axis parameter to what the module has; with two modules
+    /// two lines, and none without an answer.
+    QString sapLine(char type, const QString &comment);
 
     /// Calls @p wire with each transport in turn: a connection to both is written once.
     template <typename Wiring>
@@ -103,8 +153,10 @@ private:
     char m_loopModeParameter = static_cast<char>(129);
     std::unique_ptr<QSerialCommandHandler> m_serialHandler; ///< serves USB and RS485 alike
     std::unique_ptr<CANKvaserCommandHandler> m_canHandler;
-    std::vector<std::unique_ptr<TraceCommand>>
-        m_traceCommands; ///< what the list of polled values holds
+    /// What a chart may show.
+    std::vector<std::unique_ptr<TraceCommand>> m_availableTraceCommands;
+    /// What the list of polled values holds.
+    std::vector<std::unique_ptr<TraceCommand>> m_traceCommands;
 };
 
 template <typename Wiring>

@@ -17,10 +17,12 @@ class ValueCheckerThread : public QThread
     Q_OBJECT
 
 public:
+    /// Milliseconds between two ticks unless the creator says otherwise.
     static constexpr int DefaultDelayMsecs = 1000;
 
     /// @p delay is the time between two ticks in milliseconds.
     explicit ValueCheckerThread(int delay);
+    /// With the default delay.
     ValueCheckerThread();
     /// Ends the thread at once.
     ~ValueCheckerThread() override;
@@ -30,6 +32,7 @@ public:
     void end();
 
 signals:
+    /// A tick. Emitted on the thread that ticks.
     void checkRequested();
 
 public slots:

@@ -37,7 +37,8 @@ public:
     /// the channel open. Both are kept by design.
     /// @param bitrate in kBit/s: 1000, 500, 250, 125, 100, 50 or 10
     bool openDevice(int bitrate);
-    /// Writes one frame if connected, and doesn't look at the outcome.
+    /// Writes one frame if connected, and doesn't look at the outcome. @p request stays the
+    /// caller's.
     void sendRequest(CANZDRLRequest *request);
     /// One attempt to take a frame, without a wait. A new record that the caller owns, or null.
     CANZDRLReply *readFrame();
@@ -49,16 +50,20 @@ public:
     /// @param baudrate in kBit/s. Another number than those of openDevice() is refused by the
     /// library, which shows on the debug stream only.
     void setBaudrate(int baudrate) override;
+    /// Sends if connected.
     void sendCommand(Command *command) override;
+    /// Waits as waitForReply() does. The address of the record is the module's own.
     Command *readReply(char address) override;
     /// Null: a bus has no list of ports.
     SerialDeviceEnumerator *deviceEnumerator() override;
     /// "unknown!", without an exchange.
     QString firmwareVersion(char address) override;
+    /// Empty at once while not connected.
     QString versionText(char address) override;
     /// False, if the channel can't leave the bus or be closed, as when none is open; isConnected()
     /// then stays as it was.
     bool closeDevice() override;
+    /// Opens at the stored bit rate without closing before, so it fails on an open channel.
     bool reopenDevice() override;
 
 signals:
@@ -67,27 +72,48 @@ signals:
     void handleDetachedDevice();
     // In the next five, the address is the one that the module names in its reply, save for
     // requestedTraceValue(), which carries that of the list entry.
+    /// The reply to doRequest(); @p command and @p status are the reply's own.
     void requestResult(char address, char motorBank, char command, char status, int value);
+    /// The value of the axis parameter @p type, read or just written.
     void requestedValue(char address, char motorBank, char type, int value);
+    /// The value of one entry of a polling pass.
     void requestedTraceValue(char address, char motorBank, char type, int value);
+    /// The low 8 bits of a global parameter: 300 arrives as 44.
     void requestedGlobalParameter(char address, char type, char motorBank, char value);
+    /// The state of the port @p type of the module.
     void requestedIOValue(char address, char type, char motorBank, int value);
     /// A module didn't answer. @p address is the identifier of the last frame that was sent.
     void deviceClosed(char address);
 
 public slots:
+    // Each of the following is one exchange; without an answer it emits nothing but deviceClosed().
+    /// Sends any command. Reports by requestResult().
     void doRequest(char address, char command, char type, char motorBank, int value);
+    /// Reads an axis parameter. Reports by requestedValue().
     void getAxisParameter(char address, char motorBank, char type) override;
+    /// Writes an axis parameter. Reports by requestedValue(), with the value that the module
+    /// answers.
     void setAxisParameter(char address, char motorBank, char type, int value);
+    /// Reads a global parameter. Reports by requestedGlobalParameter().
     void getGlobalParameter(char address, char type, char motorBank);
+    /// Reads the port @p type of the module. Reports by requestedIOValue().
     void getIOValue(char address, char type, char motorBank);
-    /// Reports by requestedValue(), in which the type and the bank have swapped their places
-    /// against the signal's parameter names. That is kept by design.
+    /// Writes the port @p type of the module. Reports by requestedValue(), in which the type and
+    /// the bank have swapped their places against the signal's parameter names. That is kept by
+    /// design.
     void setIOValue(char address, char type, char motorBank, int value);
+    /// Moves to a position in µsteps; @p type 0 is absolute, 1 relative. The reply is dropped.
     void doMove(char address, char motorBank, char command, char type, int value);
+    /// Rotates (@p roxCommand 1 right, 2 left) at the velocity @p value in pps, or stops (3). The
+    /// reply is dropped.
     void doROX(char address, char motorBank, char roxCommand, int value);
-    void requestTraceValues(QList<TraceCommand *> *);
+    /// Asks for the values in the order of the list, which stays the caller's, as its entries do.
+    /// Reports by requestedTraceValue(). A value without an answer costs its time-out, unless the
+    /// receiver of deviceClosed() closes the channel.
+    void requestTraceValues(QList<TraceCommand *> *); // unnamed by design, as introspection shows
+    /// Of the reply, type and bank are the request's, and the reply address is 0.
     void doDirectRequest(Command *request, Command *reply) override;
+    /// Does what sendCommand() does.
     void doDirectRequestWithoutAnswer(Command *request) override;
 
 private:

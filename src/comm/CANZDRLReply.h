@@ -20,13 +20,18 @@
 class CANZDRLReply
 {
 public:
-    /// Takes the first eight of @p data.
+    /// Takes the first eight of @p data, which stay the caller's. Any eight make a reply.
     explicit CANZDRLReply(const unsigned char *data);
 
+    /// Address of the answering module; one above 127 is negative.
     char moduleId() const { return m_data[0]; }
+    /// Result code; 100 is a command carried out.
     char status() const { return m_data[1]; }
+    /// The command answered.
     char command() const { return m_data[2]; }
+    /// The value in the order of the host.
     int value() const;
+    /// The last data byte, whatever it means.
     char lastByte() const { return m_data[7]; }
 
     /// The eight data bytes as eight characters.
@@ -34,6 +39,8 @@ public:
     /// The record in 16 bytes (id in the order of memory, length with three filler bytes, data)
     /// with decimal digits behind "0x".
     QString toByteText() const;
+    /// The fields as numbers, the value signed, all else unsigned. Of the id only the low byte is
+    /// printed.
     QString toFieldText() const;
 
 private:

@@ -16,6 +16,7 @@
 class CANZDRLRequest
 {
 public:
+    /// A frame ready to be sent. Numbers above 127 are the same byte as a negative char.
     CANZDRLRequest(char address, char command, char type, char motorBank, int value);
 
     /// The address, sign-extended: 200 reads -56 here, and the low 8 bits are what counts.
@@ -29,6 +30,8 @@ public:
     /// The 16 bytes with decimal digits behind "0x". The text starts with "ZDRLRequest[", unlike
     /// that of the fields.
     QString toByteText() const;
+    /// The fields as numbers, the value signed, all else unsigned. Of the identifier only the low
+    /// byte is printed.
     QString toFieldText() const;
 
 private:

@@ -12,26 +12,28 @@ public:
     /// in @p type (see CommandHandlerInterface::readReply()).
     Command(char address, char command, char type, char motorBank, int value);
 
-    bool valid() const { return m_valid; }
-    void setValid(bool valid) { m_valid = valid; }
-    char address() const { return m_address; }
-    void setAddress(char address) { m_address = address; }
-    /// First byte of a serial reply, 0 over CAN.
-    char replyAddress() const { return m_replyAddress; }
-    void setReplyAddress(char replyAddress) { m_replyAddress = replyAddress; }
-    char command() const { return m_command; }
-    void setCommand(char command) { m_command = command; }
-    char type() const { return m_type; }
-    void setType(char type) { m_type = type; }
-    char status() const { return m_status; }
-    void setStatus(char status) { m_status = status; }
-    char motorBank() const { return m_motorBank; }
-    void setMotorBank(char motorBank) { m_motorBank = motorBank; }
-    int value() const { return m_value; }
-    void setValue(int value) { m_value = value; }
-    /// Last byte of a reply.
-    char checksum() const { return m_checksum; }
-    void setChecksum(char checksum) { m_checksum = checksum; }
+    /// @name Fields of the record
+    /// Bytes above 127 are negative chars. The setters check nothing.
+    /// @{
+    bool valid() const { return m_valid; } ///< whether it was filled, or holds an answer
+    void setValid(bool valid) { m_valid = valid; } ///< sets that mark alone
+    char address() const { return m_address; } ///< of the module
+    void setAddress(char address) { m_address = address; } ///< of the module
+    char replyAddress() const { return m_replyAddress; } ///< first byte of a serial reply, else 0
+    void setReplyAddress(char replyAddress) { m_replyAddress = replyAddress; } ///< the same
+    char command() const { return m_command; } ///< command number
+    void setCommand(char command) { m_command = command; } ///< command number
+    char type() const { return m_type; } ///< command type or parameter number
+    void setType(char type) { m_type = type; } ///< command type or parameter number
+    char status() const { return m_status; } ///< of a reply; 100 is a command carried out
+    void setStatus(char status) { m_status = status; } ///< of a reply
+    char motorBank() const { return m_motorBank; } ///< motor or bank number
+    void setMotorBank(char motorBank) { m_motorBank = motorBank; } ///< motor or bank number
+    int value() const { return m_value; } ///< in the order of the host
+    void setValue(int value) { m_value = value; } ///< in the order of the host
+    char checksum() const { return m_checksum; } ///< last byte of a reply
+    void setChecksum(char checksum) { m_checksum = checksum; } ///< last byte of a reply
+    /// @}
 
     /// The fields as numbers, the value signed, all else unsigned, and the validity.
     QString toString() const;

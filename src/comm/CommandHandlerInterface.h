@@ -22,40 +22,48 @@ class CommandHandlerInterface : public QObject
     Q_OBJECT
 
 public:
+    /// Whether the transport counts as open; the guards of the slots go by it. False at first.
     bool isConnected() const { return m_connected; }
 
-    /// Whether each frame goes to the debug stream.
+    /// Whether each frame goes to the debug stream; off at first.
     bool debugOutput() const { return m_debugOutput; }
+    /// Has each frame written to the debug stream, or no longer.
     void setDebugOutput(bool debugOutput) { m_debugOutput = debugOutput; }
 
-    /// The last rate given to setBaudrate(): baud on a serial line, kBit/s on CAN.
+    /// The last rate given to setBaudrate(), understood or not: baud on a serial line, where it is
+    /// 0 at first, kBit/s on CAN, where it is 1000 at first.
     int baudrate() const { return m_baudrate; }
 
-    /// Switches for a developer: whether the slot of the name reports its frames as history
-    /// messages. All are off unless somebody sets them.
-    bool logSetAxisParameter() const { return m_logSetAxisParameter; }
-    void setLogSetAxisParameter(bool log) { m_logSetAxisParameter = log; }
-    bool logGetAxisParameter() const { return m_logGetAxisParameter; }
-    void setLogGetAxisParameter(bool log) { m_logGetAxisParameter = log; }
-    bool logROX() const { return m_logROX; }
-    void setLogROX(bool log) { m_logROX = log; }
-    bool logMove() const { return m_logMove; }
-    void setLogMove(bool log) { m_logMove = log; }
-    bool logTrace() const { return m_logTrace; }
-    void setLogTrace(bool log) { m_logTrace = log; }
-    bool logRequest() const { return m_logRequest; }
-    void setLogRequest(bool log) { m_logRequest = log; }
+    /// @name Switches for a developer
+    /// Whether a slot reports its frames as history messages. All are off unless somebody sets
+    /// them, and a transport without such messages (CAN) doesn't look at them.
+    /// @{
+    bool logSetAxisParameter() const { return m_logSetAxisParameter; } ///< of setAxisParameter()
+    void setLogSetAxisParameter(bool log) { m_logSetAxisParameter = log; } ///< the same
+    bool logGetAxisParameter() const { return m_logGetAxisParameter; } ///< of getAxisParameter()
+    void setLogGetAxisParameter(bool log) { m_logGetAxisParameter = log; } ///< the same
+    bool logROX() const { return m_logROX; } ///< of doROX()
+    void setLogROX(bool log) { m_logROX = log; } ///< the same
+    bool logMove() const { return m_logMove; } ///< of doMove()
+    void setLogMove(bool log) { m_logMove = log; } ///< the same
+    bool logTrace() const { return m_logTrace; } ///< of requestTraceValues()
+    void setLogTrace(bool log) { m_logTrace = log; } ///< the same
+    bool logRequest() const { return m_logRequest; } ///< of doRequest()
+    void setLogRequest(bool log) { m_logRequest = log; } ///< the same
+    /// @}
 
-    /// The addresses that failed to answer, each once. A handler keeps them over a close and a new
-    /// open, so the list only grows.
+    /// Notes an address that failed to answer; one that is noted already stays noted once. The
+    /// notes outlive a close and a new open, so they only grow.
     void addTimeoutedAddress(char address);
     /// Removes @p address if it is there.
     void removeTimeoutedAddress(char address);
+    /// Whether @p address failed to answer since the program started.
     bool isTimeoutedAddress(char address) const;
     /// Writes the list to the debug stream, whatever debugOutput() says.
     void dumpTimeoutedAddresses() const;
 
-    /// Stores the rate and sets the speed of the line or of the bus.
+    /// Stores the rate and sets the speed of the line (baud) or of the bus (kBit/s). A rate that
+    /// the transport doesn't know is stored and sets no speed.
     virtual void setBaudrate(int baudrate) = 0;
     /// Sends and returns at once, without waiting for the reply. Takes no ownership.
     virtual void sendCommand(Command *command) = 0;
@@ -64,17 +72,23 @@ public:
     virtual Command *readReply(char address) = 0;
     /// The list of ports, null if the transport has none. Not owned by the caller.
     virtual SerialDeviceEnumerator *deviceEnumerator() = 0;
+    /// The version of the module's firmware as text for the user, as far as the transport can tell.
     virtual QString firmwareVersion(char address) = 0;
     /// The eight characters of the module's version, empty if it doesn't answer.
     virtual QString versionText(char address) = 0;
+    /// Closes the transport, also one that isn't open. Whether that succeeded.
     virtual bool closeDevice() = 0;
-    /// Opens again with what the last open used.
+    /// Opens again with what the last open used. False on failure.
     virtual bool reopenDevice() = 0;
 
 public slots:
+    /// Asks for the axis parameter @p type. The answer comes by the derived class's signal
+    /// requestedValue() before the call returns; without an answer no signal comes.
     virtual void getAxisParameter(char address, char motorBank, char type) = 0;
     /// Sends the fields of @p request and fills @p reply; only its validity, false, if none came.
+    /// Both stay the caller's.
     virtual void doDirectRequest(Command *request, Command *reply) = 0;
+    /// Does what sendCommand() does.
     virtual void doDirectRequestWithoutAnswer(Command *request) = 0;
 
 protected:

@@ -26,28 +26,34 @@ public:
 
     /// No answer: not valid, all fields 0.
     Reply() = default;
-    /// Takes the first nine of @p bytes. Any nine bytes make a valid reply.
+    /// Takes the first nine of @p bytes, which stay the caller's. Any nine make a valid reply.
     explicit Reply(const unsigned char *bytes);
 
-    bool valid() const { return m_valid; }
-    void setValid(bool valid) { m_valid = valid; }
-    char replyAddress() const { return m_replyAddress; }
-    void setReplyAddress(char replyAddress) { m_replyAddress = replyAddress; }
-    char moduleAddress() const { return m_moduleAddress; }
-    void setModuleAddress(char moduleAddress) { m_moduleAddress = moduleAddress; }
-    char status() const { return m_status; }
-    void setStatus(char status) { m_status = status; }
-    char command() const { return m_command; }
-    void setCommand(char command) { m_command = command; }
-    int value() const { return m_value; }
-    void setValue(int value) { m_value = value; }
-    char checksum() const { return m_checksum; }
-    void setChecksum(char checksum) { m_checksum = checksum; }
+    /// @name Fields of the record
+    /// As in the table above, bytes above 127 as negative chars, the value in the order of the
+    /// host. The setters check nothing.
+    /// @{
+    bool valid() const { return m_valid; } ///< whether the record was made of nine bytes
+    void setValid(bool valid) { m_valid = valid; } ///< sets that mark alone
+    char replyAddress() const { return m_replyAddress; } ///< byte 0
+    void setReplyAddress(char replyAddress) { m_replyAddress = replyAddress; } ///< byte 0
+    char moduleAddress() const { return m_moduleAddress; } ///< byte 1
+    void setModuleAddress(char moduleAddress) { m_moduleAddress = moduleAddress; } ///< byte 1
+    char status() const { return m_status; } ///< byte 2
+    void setStatus(char status) { m_status = status; } ///< byte 2
+    char command() const { return m_command; } ///< byte 3
+    void setCommand(char command) { m_command = command; } ///< byte 3
+    int value() const { return m_value; } ///< bytes 4 to 7
+    void setValue(int value) { m_value = value; } ///< bytes 4 to 7
+    char checksum() const { return m_checksum; } ///< byte 8, as it came
+    void setChecksum(char checksum) { m_checksum = checksum; } ///< byte 8
+    /// @}
 
     /// The eight characters of a version answer in text form: bytes 1 to 8 of the datagram.
     QString versionText() const;
-    /// Firmware number of a version answer in number form.
+    /// Firmware number of a version answer in number form: bits 8 to 15 of the value, -128 to 127.
     signed char majorVersion() const;
+    /// The same of bits 0 to 7.
     signed char minorVersion() const;
 
     /// The nine bytes in the order of the wire, hexadecimal.

@@ -22,11 +22,11 @@ public:
     /// Numbers above 127 are the same byte as a negative char.
     Request(char address, char command, char type, char motorBank, int value);
 
-    char address() const { return m_address; }
-    char command() const { return m_command; }
-    char type() const { return m_type; }
-    char motorBank() const { return m_motorBank; }
-    int value() const { return m_value; }
+    char address() const { return m_address; } ///< of the module
+    char command() const { return m_command; } ///< see CommandNumbers.h
+    char type() const { return m_type; } ///< command type or parameter number
+    char motorBank() const { return m_motorBank; } ///< motor or bank number
+    int value() const { return m_value; } ///< in the order of the host
     /// The sum of the eight bytes before it, computed anew.
     char checksum() const;
 

@@ -1,6 +1,10 @@
 #include "app/StepperTest.h"
+#include "app/WTraceController.h"
+#include "comm/TraceCommand.h"
 #include "support/SimulatedCanBus.h"
 #include "support/SimulatedPort.h"
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +23,8 @@ private slots:
     void refusedChannelPutsThePanelBackToReady();
     void disconnectClosesTheChannel();
     void bothTransportsGetEachCommand();
+    void serialTransportComesFirst_data();
+    void serialTransportComesFirst();
     void moduleOfAnotherIdentifierIsSilentForTheFirstPassOnly();
 
 private:
@@ -129,6 +135,49 @@ void tst_StepperCan::bothTransportsGetEachCommand()
     m_stepper->handleTargetPositionChange(5, 0, 0, 256);
     QCOMPARE(serialModule.requests(), QStringList(u"05 04 00 00 00 00 01 00 0A"_s));
     QCOMPARE(requests(), QStringList(u"can < 005 [8] 04 00 00 00 00 01 00 03"_s));
+}
+
+void tst_StepperCan::serialTransportComesFirst_data()
+{
+    QTest::addColumn<std::function<void()>>("action");
+    const auto row = [](const char *name, const std::function<void()> &action) {
+        QTest::newRow(name) << action;
+    };
+    row("polling pass", [this] {
+        TraceCommand entry(5, 6, 1, 0);
+        auto *trace = child<WTraceController>("wTraceController");
+        trace->clearTraceCommands();
+        trace->addTraceCommand(&entry);
+        trace->requestTraceValues();
+        trace->clearTraceCommands();
+    });
+    row("direct command", [this] { sendDirectCommand(u"6 - GAP"_s, 1); });
+    row("motion", [this] { m_stepper->handleTargetPositionChange(5, 0, 0, 256); });
+}
+
+/// With both connected, each request goes over both. Of two silent modules the one that was asked
+/// first is told of first.
+void tst_StepperCan::serialTransportComesFirst()
+{
+    QFETCH(std::function<void()>, action);
+    SimulatedPort serialModule({.address = 5});
+    connectOverSerial(serialModule.portName(), 9600, 5);
+    stopPolling(serialModule);
+    connectOverCan(500, 5, 2);
+    stopCanPolling();
+    serialModule.clearWireLog();
+    QVERIFY(serialModule.fault(u"silence"_s));
+    QVERIFY(m_bus->fault(u"silence"_s));
+    m_log->clear();
+    action();
+
+    QStringList silent;
+    for (const QString &line : m_log->lines().filter(u"communicationTimeouted!"_s)) {
+        silent.append(line.section(u':', 0, 0));
+    }
+    QCOMPARE(silent, QStringList({u"QSerialCommandHandler"_s, u"CANKvaserCommandHandler"_s}));
+    QCOMPARE(serialModule.requests().size(), 1);
+    QCOMPARE(requests().size(), 1);
 }
 
 void tst_StepperCan::moduleOfAnotherIdentifierIsSilentForTheFirstPassOnly()

@@ -6,6 +6,9 @@
 
 #include <QTest>
 
+#include <cstddef>
+#include <cstring>
+#include <iterator>
 #include <type_traits>
 
 using namespace Qt::StringLiterals;
@@ -47,6 +50,7 @@ class tst_CommandHandlerInterface : public TestCase
 
 private slots:
     void isAbstract();
+    void operationsStandInOrder();
     void startsWithNothingOn();
     void switchesAreIndependent();
     void connectedAndBaudrate();
@@ -64,6 +68,42 @@ void tst_CommandHandlerInterface::isAbstract()
     QVERIFY(std::is_abstract_v<CommandHandlerInterface>);
     QVERIFY(!std::is_abstract_v<NullHandler>); // so no twelfth operation is asked for
     QVERIFY((std::is_base_of_v<QObject, CommandHandlerInterface>));
+}
+
+namespace {
+
+/// The place of a virtual operation among those of its class, in bytes: on this platform a pointer
+/// to such a member begins with it.
+template <typename Operation>
+std::ptrdiff_t placeOf(Operation operation)
+{
+    std::ptrdiff_t place = 0;
+    static_assert(sizeof operation >= sizeof place);
+    std::memcpy(&place, &operation, sizeof place);
+    return place;
+}
+
+} // namespace
+
+void tst_CommandHandlerInterface::operationsStandInOrder()
+{
+    using H = CommandHandlerInterface;
+    const std::ptrdiff_t places[] = {
+        placeOf(&H::setBaudrate),
+        placeOf(&H::sendCommand),
+        placeOf(&H::readReply),
+        placeOf(&H::deviceEnumerator),
+        placeOf(&H::firmwareVersion),
+        placeOf(&H::versionText),
+        placeOf(&H::closeDevice),
+        placeOf(&H::reopenDevice),
+        placeOf(&H::getAxisParameter),
+        placeOf(&H::doDirectRequest),
+        placeOf(&H::doDirectRequestWithoutAnswer),
+    };
+    for (std::size_t i = 1; i < std::size(places); ++i) {
+        QCOMPARE(places[i] - places[i - 1], std::ptrdiff_t(sizeof(void *)));
+    }
 }
 
 void tst_CommandHandlerInterface::startsWithNothingOn()

@@ -1,3 +1,4 @@
+#include "comm/Answers.h"
 #include "comm/HandlerProbe.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/ScriptedPort.h"
@@ -31,11 +32,11 @@ void tst_QSerialCommandHandlerChoices::openingAndWaitingChooseForThemselves()
     SignalLog emitted(handler);
     handler.getAxisParameter(1, 0, 4);
     QCOMPARE(port.requests(), QStringList(u"01060400000000000b"_s));
-    QCOMPARE(emitted.take(), QStringList(u"handleDetachedDevice(%1)"_s.arg(port.portName())));
+    QCOMPARE(emitted.take(), QStringList(detached(port.portName())));
 
     handler.setObjectName(u"USB construct"_s);
     handler.getAxisParameter(1, 0, 4);
-    QCOMPARE(emitted.take(), QStringList(u"handleDetachedDevice(%1)"_s.arg(port.portName())));
+    QCOMPARE(emitted.take(), QStringList(detached(port.portName())));
 
     handler.setObjectName(QString());
     handler.closeDevice();

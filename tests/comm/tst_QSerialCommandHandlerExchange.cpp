@@ -1,3 +1,4 @@
+#include "comm/Answers.h"
 #include "comm/Command.h"
 #include "comm/HandlerProbe.h"
 #include "comm/QSerialCommandHandler.h"
@@ -23,9 +24,6 @@ namespace {
 using Handler = QSerialCommandHandler;
 using Call = std::function<void(Handler &)>;
 using Switch = void (CommandHandlerInterface::*)(bool);
-
-/// From address 1 to address 2: carried out (100), command 6, value 300, checksum.
-constexpr auto Answer300 = "02 01 64 06 00 00 01 2c 9a";
 
 void traceTwo(Handler &handler)
 {
@@ -116,7 +114,7 @@ void tst_QSerialCommandHandlerExchange::slotsOnTheWire()
     QTEST(emitted.take(), "emitted");
 
     // Also the reply that nobody is told of was taken from the port.
-    port.addAnswer("02 01 64 06 00 00 00 07 74");
+    port.addAnswer(Answer7);
     handler.getAxisParameter(1, 0, 1);
     QCOMPARE(emitted.lines(), {u"requestedValue(1, 0, 1, 7)"_s});
 }
@@ -286,9 +284,7 @@ void tst_QSerialCommandHandlerExchange::history()
     // Without a reply there is only the request.
     const DebugLog log;
     call(handler);
-    QCOMPARE(
-        emitted.lines(),
-        QStringList({expected.constFirst(), u"handleDetachedDevice("_s + port.portName() + u')'}));
+    QCOMPARE(emitted.lines(), QStringList({expected.constFirst(), detached(port.portName())}));
 }
 
 void tst_QSerialCommandHandlerExchange::historyOfTracePass()
@@ -366,7 +362,7 @@ void tst_QSerialCommandHandlerExchange::nestedExchange()
     SignalLog emitted(handler);
     QVERIFY(handler.openDevice(port.portName()));
     port.addAnswer(Answer300);
-    port.addAnswer("02 01 64 06 00 00 00 07 74");
+    port.addAnswer(Answer7);
     QObject::connect(&handler, &Handler::requestedValue, &handler,
                      [&handler](char address, char motorBank, char type) {
                          if (type < 5) {

@@ -1,3 +1,4 @@
+#include "comm/Answers.h"
 #include "comm/HandlerProbe.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/ScriptedPort.h"
@@ -19,8 +20,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr auto Answer300 = "02 01 64 06 00 00 01 2c 9a";
 
 QString settingsOf(const ScriptedPort &port)
 {
@@ -392,7 +391,7 @@ void tst_QSerialCommandHandlerPort::pulledOutWhileIdle()
     port.pullOut();
     QCoreApplication::processEvents();
     handler.getAxisParameter(1, 0, 4);
-    QCOMPARE(emitted.lines(), {u"handleDetachedDevice(%1)"_s.arg(name)});
+    QCOMPARE(emitted.lines(), {detached(name)});
     QVERIFY(handler.isConnected()); // the list of ports tells otherwise, later
     QVERIFY(handler.closeDevice());
     QVERIFY(!handler.isConnected());
@@ -409,7 +408,7 @@ void tst_QSerialCommandHandlerPort::pulledOutInMidExchange()
     port.pullOutOnRequest();
     handler.getAxisParameter(1, 0, 4);
     QCOMPARE(port.requests().size(), 1);
-    QCOMPARE(emitted.lines(), {u"handleDetachedDevice(%1)"_s.arg(name)});
+    QCOMPARE(emitted.lines(), {detached(name)});
     handler.setBaudrate(9600); // on a port that is gone
     QVERIFY(handler.closeDevice());
     QVERIFY(!handler.openDevice(name));

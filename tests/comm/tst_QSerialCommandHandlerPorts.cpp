@@ -1,12 +1,13 @@
+#include "comm/Answers.h"
 #include "comm/HandlerProbe.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/ScriptedPort.h"
 #include "comm/SignalLog.h"
-#include "comm/UsbMachine.h"
 #include "serial/AbstractSerial.h"
 #include "serial/SerialDeviceEnumerator.h"
 #include "support/DebugLog.h"
 #include "support/TestCase.h"
+#include "support/UsbMachine.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -16,8 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr auto Answer300 = "02 01 64 06 00 00 01 2c 9a";
 
 const UsbDevice Module;
 const UsbDevice Adapter = {.vendor = "0403", .manufacturer = "ACME", .product = "Thing"};
@@ -33,11 +32,6 @@ QString usbAttached(const QString &port, const QString &description = u"ZDRM-771
 QString serialAttached(const QString &port)
 {
     return u"handleAttachedSerialDevice(%1, unknown)"_s.arg(port);
-}
-
-QString detached(const QString &port)
-{
-    return u"handleDetachedDevice(%1)"_s.arg(port);
 }
 
 } // namespace

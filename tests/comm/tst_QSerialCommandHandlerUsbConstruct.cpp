@@ -1,3 +1,4 @@
+#include "comm/Answers.h"
 #include "comm/HandlerProbe.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/Reply.h"
@@ -8,8 +9,10 @@
 #include "support/DebugLog.h"
 #include "support/TestCase.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QTest>
+#include <QThread>
 
 #include <algorithm>
 #include <cstdlib>
@@ -25,8 +28,17 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto Answer300 = "02 01 64 06 00 00 01 2c 9a";
-constexpr auto Answer7 = "02 01 64 06 00 00 00 07 74";
+/// Whether so many bytes lie in the port before long. Other than the event loop, the wait leaves
+/// them there.
+bool portHolds(int slave, int count)
+{
+    const QDeadlineTimer deadline(30s);
+    int held = -1;
+    while (::ioctl(slave, FIONREAD, &held) == 0 && held < count && !deadline.hasExpired()) {
+        QThread::yieldCurrentThread();
+    }
+    return held == count;
+}
 
 /// For a message handler, which can't carry anything along.
 ScriptedPort *lastMomentPort = nullptr;
@@ -40,8 +52,7 @@ void sendAtTheLastMoment(QtMsgType type, const QMessageLogContext &, const QStri
     lastMomentLines.append((type == QtWarningMsg ? u"warning "_s : QString()) + text);
     if (text.contains(u"ZDRL rx (again): 0 0 2"_s)) {
         lastMomentPort->send(Answer300);
-        int count = 0;
-        while (::ioctl(slaveOfLastMomentPort, FIONREAD, &count) == 0 && count < 9) { }
+        portHolds(slaveOfLastMomentPort, Reply::Size);
     }
 }
 
@@ -107,7 +118,10 @@ private slots:
     void onAClosedDevice();
 
 private:
+    void sendInAdvance(const QByteArray &hex);
+
     std::unique_ptr<ScriptedPort> m_port;
+    simulator::FileDescriptor m_slave; ///< the handler's end of the port, to look into it
     std::unique_ptr<QSerialCommandHandler> m_handler;
     std::unique_ptr<SignalLog> m_emitted;
 };
@@ -116,6 +130,9 @@ void tst_QSerialCommandHandlerUsbConstruct::init()
 {
     TestCase::init();
     m_port = std::make_unique<ScriptedPort>();
+    // Before the handler has the port for itself.
+    m_slave = simulator::FileDescriptor(
+        ::open(m_port->portName().toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     m_handler = std::make_unique<QSerialCommandHandler>();
     m_handler->setObjectName(u"the USB construct, first form"_s);
     m_emitted = std::make_unique<SignalLog>(*m_handler);
@@ -126,7 +143,16 @@ void tst_QSerialCommandHandlerUsbConstruct::cleanup()
 {
     m_emitted.reset();
     m_handler.reset();
+    m_slave = {};
     m_port.reset();
+}
+
+/// An answer that is there before its request: this form waits for 63 ms or so, in which a busy
+/// machine may not get round to answering.
+void tst_QSerialCommandHandlerUsbConstruct::sendInAdvance(const QByteArray &hex)
+{
+    m_port->send(hex);
+    QVERIFY(portHolds(m_slave.get(), int(QByteArray::fromHex(hex).size())));
 }
 
 void tst_QSerialCommandHandlerUsbConstruct::opensBuffered()
@@ -137,25 +163,34 @@ void tst_QSerialCommandHandlerUsbConstruct::opensBuffered()
 
 void tst_QSerialCommandHandlerUsbConstruct::exchange()
 {
-    m_port->addAnswer(Answer300);
-    m_port->addAnswer(Answer7);
+    sendInAdvance(Answer300);
     m_handler->getAxisParameter(1, 0, 4);
+    sendInAdvance(Answer7);
     m_handler->getAxisParameter(1, 0, 5);
-    QCOMPARE(m_port->requests(), QStringList({u"01060400000000000b"_s, u"01060500000000000c"_s}));
+    QTRY_COMPARE(m_port->requests(),
+                 QStringList({u"01060400000000000b"_s, u"01060500000000000c"_s}));
     QCOMPARE(m_emitted->lines(),
              QStringList({u"requestedValue(1, 0, 4, 300)"_s, u"requestedValue(1, 0, 5, 7)"_s}));
 }
 
 void tst_QSerialCommandHandlerUsbConstruct::replyInPieces()
 {
-    m_port->addAnswer({{"02 01 64"}, {"06 00 00", 5ms}, {"01 2c 9a", 5ms}});
+    sendInAdvance("02 01 64");
+    // The next piece comes when the one before has been read.
+    connect(deviceOf(*m_handler), &AbstractSerial::readyRead, this,
+            [this, pieces = QByteArrayList{"06 00 00", "01 2c 9a"}]() mutable {
+                if (!pieces.isEmpty()) {
+                    m_port->send(pieces.takeFirst());
+                    QVERIFY(portHolds(m_slave.get(), 3));
+                }
+            });
     m_handler->getAxisParameter(1, 0, 4);
     QCOMPARE(m_emitted->lines(), {u"requestedValue(1, 0, 4, 300)"_s});
 }
 
 void tst_QSerialCommandHandlerUsbConstruct::replyDumps()
 {
-    m_port->addAnswer(Answer300);
+    sendInAdvance(Answer300);
     m_handler->setDebugOutput(true);
     const DebugLog log;
     m_handler->getAxisParameter(1, 0, 4);
@@ -167,10 +202,10 @@ void tst_QSerialCommandHandlerUsbConstruct::replyDumps()
 /// Other than in the polled form, what comes with a reply isn't kept for the next request.
 void tst_QSerialCommandHandlerUsbConstruct::surplusIsThrownAway()
 {
-    m_port->addAnswer("02 01 64 06 00 00 01 2c 9a 55 55 55");
-    m_port->addAnswer(Answer7);
     const DebugLog log;
+    sendInAdvance("02 01 64 06 00 00 01 2c 9a 55 55 55");
     m_handler->getAxisParameter(1, 0, 4);
+    sendInAdvance(Answer7);
     m_handler->getAxisParameter(1, 0, 5);
     QCOMPARE(m_emitted->lines(),
              QStringList({u"requestedValue(1, 0, 4, 300)"_s, u"requestedValue(1, 0, 5, 7)"_s}));
@@ -178,8 +213,7 @@ void tst_QSerialCommandHandlerUsbConstruct::surplusIsThrownAway()
 
 void tst_QSerialCommandHandlerUsbConstruct::outOfMemory()
 {
-    m_port->addAnswer(Answer300);
-    m_port->addAnswer(Answer7);
+    sendInAdvance(Answer300);
     const DebugLog log;
     noMemoryForReplies = true;
     m_handler->getAxisParameter(1, 0, 4);
@@ -187,6 +221,7 @@ void tst_QSerialCommandHandlerUsbConstruct::outOfMemory()
     QCOMPARE(log.lines(),
              QStringList(u"QSerialCommandHandler::bad_alloc caught: std::bad_alloc"_s));
     // Neither a reply nor a time-out: the address is waited for as before.
+    sendInAdvance(Answer7);
     m_handler->getAxisParameter(1, 0, 4);
     QCOMPARE(m_emitted->lines(), QStringList(u"requestedValue(1, 0, 4, 7)"_s));
 }
@@ -221,28 +256,29 @@ void tst_QSerialCommandHandlerUsbConstruct::timedOutAddressIsNotWaitedFor()
     // Nobody waits, so nothing is said, and the answer goes to whom it wasn't meant for.
     QCOMPARE(log.lines(), QStringList());
     QCOMPARE(m_emitted->lines(), QStringList());
+    QVERIFY(portHolds(m_slave.get(), Reply::Size));
     m_handler->getAxisParameter(2, 0, 5);
     QCOMPARE(m_emitted->lines(), {u"requestedValue(2, 0, 5, 300)"_s});
 }
 
 void tst_QSerialCommandHandlerUsbConstruct::surplusInThePortIsReported()
 {
-    m_port->send("02 01 64 06 00 00 01 2c 9a 55");
-    QTRY_COMPARE(deviceOf(*m_handler)->bytesAvailable(), 10);
+    sendInAdvance("02 01 64 06 00 00 01 2c 9a 55");
     const DebugLog log;
     const std::unique_ptr<Reply> reply(m_handler->waitForReply(1));
     QVERIFY(reply);
     QCOMPARE(reply->value(), 300);
     QCOMPARE(maskedDevices(log.lines()),
-             {u"QSerialCommandHandler::ZDRL rx (again): 0 10 60  [ DEVICE ]"_s});
+             QStringList({
+                 u"Slot: Rx ready notifier. 10 DEVICE"_s,
+                 u"QSerialCommandHandler::ZDRL rx (again): 0 10 60  [ DEVICE ]"_s,
+             }));
 }
 
 void tst_QSerialCommandHandlerUsbConstruct::replyAfterTheLastRoundIsReported()
 {
-    const simulator::FileDescriptor slave(
-        ::open(m_port->portName().toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     lastMomentPort = m_port.get();
-    slaveOfLastMomentPort = slave.get();
+    slaveOfLastMomentPort = m_slave.get();
     lastMomentLines.clear();
     const QtMessageHandler before = qInstallMessageHandler(sendAtTheLastMoment);
     const Reply *const reply = m_handler->waitForReply(1);

@@ -1,3 +1,4 @@
+#include "comm/Answers.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/ScriptedPort.h"
 #include "comm/SignalLog.h"
@@ -90,7 +91,7 @@ void tst_QSerialCommandHandlerVersion::numberWithoutText()
     const DebugLog log;
     QCOMPARE(handler.firmwareVersion(1), u"V 1.05"_s);
     QCOMPARE(port.requests().size(), 2);
-    QCOMPARE(emitted.lines(), {u"handleDetachedDevice(%1)"_s.arg(port.portName())});
+    QCOMPARE(emitted.lines(), {detached(port.portName())});
 }
 
 void tst_QSerialCommandHandlerVersion::ofASimulatedModule()

@@ -1,4 +1,4 @@
-#include "comm/UsbMachine.h"
+#include "support/UsbMachine.h"
 
 #include <QtGlobal>
 

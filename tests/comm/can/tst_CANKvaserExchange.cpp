@@ -16,9 +16,6 @@ namespace {
 
 using Action = std::function<void(CANKvaserCommandHandler &)>;
 
-constexpr auto TimeOutLine =
-    "CANKvaserCommandHandler::CANZDRLReplyCommand->communicationTimeouted!"_L1;
-
 } // namespace
 
 class tst_CANKvaserExchange : public ConnectedHandlerTest
@@ -32,6 +29,7 @@ private slots:
     void closedHandlerDoesNothing();
     void callsOfAnExchange();
     void addressAbove127();
+    void tracePassOfBytesAbove127();
     void globalValueIsCutToEightBits();
 
     void versionTexts();
@@ -102,6 +100,10 @@ void tst_CANKvaserExchange::slotsSendTheirFrames_data()
                                                        u"can > 002 [8] 01 64 06 00 00 00 00 03"_s}
                                         << QStringList{u"requestedTraceValue(1, 0, 4, 1000)"_s,
                                                        u"requestedTraceValue(1, 0, 1, 0)"_s};
+    QTest::newRow("requestTraceValues of nothing") << Action([](Handler &handler) {
+        QList<TraceCommand *> list;
+        handler.requestTraceValues(&list);
+    }) << QStringList() << QStringList();
 }
 
 void tst_CANKvaserExchange::slotsSendTheirFrames()
@@ -175,6 +177,21 @@ void tst_CANKvaserExchange::addressAbove127()
     QCOMPARE(m_bus->calls().constFirst(), u"canWrite(1, -56, 06 81 00 00 00 00 00 03, 8, 0) = 0"_s);
     QCOMPARE(m_bus->frames().constFirst(), u"can < 0C8 [8] 06 81 00 00 00 00 00 03"_s);
     QCOMPARE(m_signals->take(), QStringList(u"requestedValue(-56, 0, -127, 0)"_s));
+}
+
+/// Each entry with its own command, which needn't be the one that reads an axis parameter. The
+/// module has no such port, and its refusal is a reply like any other.
+void tst_CANKvaserExchange::tracePassOfBytesAbove127()
+{
+    useBus({.address = 200});
+    m_handler->setLogTrace(true); // changes nothing: there are no history messages over CAN
+    TraceCommand entry(static_cast<char>(200), static_cast<char>(130), 15, static_cast<char>(237),
+                       QString());
+    QList<TraceCommand *> list{&entry};
+    m_handler->requestTraceValues(&list);
+    QCOMPARE(m_bus->frames().size(), 2);
+    QCOMPARE(m_bus->frames().constFirst(), u"can < 0C8 [8] 0F ED 82 00 00 00 00 03"_s);
+    QCOMPARE(m_signals->take(), QStringList(u"requestedTraceValue(-56, -126, -19, 0)"_s));
 }
 
 void tst_CANKvaserExchange::globalValueIsCutToEightBits()
