@@ -32,7 +32,7 @@ inline QImage canvas()
 /// Two waves with some noise, as of a motor that follows its target.
 inline int sample(int curve, int i)
 {
-    return static_cast<int>(50 + 40 * std::sin(i / 40.0 + curve)) + i * 7919 % 7;
+    return static_cast<int>(50 + 40 * std::sin(i / 40.0 + curve)) + i % 7 * 3 % 7;
 }
 
 /// CPU time of one call of @p paint in microseconds, the least of many.

@@ -9,6 +9,7 @@
 #include "comm/QSerialCommandHandler.h"
 #include "comm/TraceCommand.h"
 #include "panels/AxisParameter.h"
+#include "style/IconTinting.h"
 #include "ui_Stepper.h"
 
 #include <QDebug>
@@ -58,6 +59,7 @@ Stepper::Stepper(QWidget *mainWindow)
     showVelocityDrawer(false);
     showPositionDrawer(false);
     showTorqueDrawer(false);
+    setIconsToTextColor(this);
 }
 
 Stepper::~Stepper()

@@ -69,7 +69,7 @@ void Stepper::buildAvailableTraceCommands()
 {
     for (const AxisParameter *parameter : ChartParameters) {
         m_availableTraceCommands.push_back(std::make_unique<TraceCommand>(
-            m_moduleAddress, CommandNumber::GetAxisParameter, *parameter, TraceMotorBank,
+            m_moduleAddress, TraceMotorBank, CommandNumber::GetAxisParameter, *parameter,
             parameter->chartName.toString()));
         for (WSimpleScaledDrawer *drawer : drawers()) {
             drawer->addAvailableTrace(m_availableTraceCommands.back().get());
@@ -169,13 +169,13 @@ void Stepper::updateTraceCommands(char address)
         }
         for (ChartLine *line : drawer->chartLines()) {
             line->setAddress(static_cast<quint8>(address));
-            poll(address, static_cast<char>(line->command()), static_cast<char>(line->type()),
-                 static_cast<char>(line->motorBank()), line->name());
+            poll(address, static_cast<char>(line->motorBank()), static_cast<char>(line->command()),
+                 static_cast<char>(line->type()), line->name());
         }
     }
 
     const QList<TraceCommand *> &list = *controller->traceCommands();
-    qDebug() << "TraceCommand->size(): " << QString::number(list.size());
+    qDebug().nospace() << "TraceCommand->size(): " << QString::number(list.size());
     for (const TraceCommand *command : list) {
         qDebug().nospace() << "TraceCommand: " << numberText(command->address()) << ", "
                            << numberText(command->motorBank()) << ", "

@@ -22,6 +22,12 @@ ChartLine lineWith(int count)
     return line;
 }
 
+/// For comparisons: the toolkit's own of two empty lists of numbers is undefined in detail.
+QVariantList samplesOf(const ChartLine &line)
+{
+    return QVariantList(line.samples().cbegin(), line.samples().cend());
+}
+
 } // namespace
 
 class tst_ChartLine : public TestCase
@@ -107,17 +113,17 @@ void tst_ChartLine::limit()
 void tst_ChartLine::setMaxSamples_data()
 {
     QTest::addColumn<int>("limit");
-    QTest::addColumn<QList<double>>("left");
-    QTest::addColumn<QList<double>>("afterOneMore");
-    QTest::newRow("wide") << 5 << QList<double>{1, 2, 3} << QList<double>{1, 2, 3, 4};
-    QTest::newRow("just enough") << 3 << QList<double>{1, 2, 3} << QList<double>{2, 3, 4};
-    QTest::newRow("narrow") << 2 << QList<double>{2, 3} << QList<double>{3, 4};
-    QTest::newRow("none") << 0 << QList<double>() << QList<double>();
-    QTest::newRow("negative") << -1 << QList<double>() << QList<double>();
-    QTest::newRow("least int") << std::numeric_limits<int>::min() << QList<double>()
-                               << QList<double>();
-    QTest::newRow("largest int") << std::numeric_limits<int>::max() << QList<double>{1, 2, 3}
-                                 << QList<double>{1, 2, 3, 4};
+    QTest::addColumn<QVariantList>("left");
+    QTest::addColumn<QVariantList>("afterOneMore");
+    QTest::newRow("wide") << 5 << QVariantList{1, 2, 3} << QVariantList{1, 2, 3, 4};
+    QTest::newRow("just enough") << 3 << QVariantList{1, 2, 3} << QVariantList{2, 3, 4};
+    QTest::newRow("narrow") << 2 << QVariantList{2, 3} << QVariantList{3, 4};
+    QTest::newRow("none") << 0 << QVariantList() << QVariantList();
+    QTest::newRow("negative") << -1 << QVariantList() << QVariantList();
+    QTest::newRow("least int") << std::numeric_limits<int>::min() << QVariantList()
+                               << QVariantList();
+    QTest::newRow("largest int") << std::numeric_limits<int>::max() << QVariantList{1, 2, 3}
+                                 << QVariantList{1, 2, 3, 4};
 }
 
 void tst_ChartLine::setMaxSamples()
@@ -126,9 +132,9 @@ void tst_ChartLine::setMaxSamples()
     ChartLine line = lineWith(3);
     line.setMaxSamples(limit);
     QCOMPARE(line.maxSamples(), limit);
-    QTEST(line.samples(), "left");
+    QTEST(samplesOf(line), "left");
     line.addValue(4);
-    QTEST(line.samples(), "afterOneMore");
+    QTEST(samplesOf(line), "afterOneMore");
 }
 
 void tst_ChartLine::limitBelowOneStays_data()
