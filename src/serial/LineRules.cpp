@@ -14,8 +14,9 @@ bool isDefined(int value, int last)
 
 bool LineRules::acceptsDataBits(int value, int stopBits)
 {
-    if (!isDefined(value, AbstractSerial::DataBits8))
+    if (!isDefined(value, AbstractSerial::DataBits8)) {
         return false;
+    }
     return stopBits
         != (value == AbstractSerial::DataBits5 ? AbstractSerial::StopBits2
                                                : AbstractSerial::StopBits1_5);
@@ -28,8 +29,9 @@ bool LineRules::acceptsParity(int value)
 
 bool LineRules::acceptsStopBits(int value, int dataBits, int stopBits)
 {
-    if (!isDefined(value, AbstractSerial::StopBits2))
+    if (!isDefined(value, AbstractSerial::StopBits2)) {
         return false;
+    }
     // Data bits that aren't known forbid nothing: the guard names 5 to 8 only.
     return !isDefined(dataBits, AbstractSerial::DataBits8) || acceptsDataBits(dataBits, stopBits);
 }
@@ -42,10 +44,12 @@ bool LineRules::acceptsFlowControl(int value)
 int LineRules::rateInDirection(AbstractSerial::BaudRateDirection direction, int inputRate,
                                int outputRate)
 {
-    if (direction == AbstractSerial::InputBaud)
+    if (direction == AbstractSerial::InputBaud) {
         return inputRate;
-    if (direction == AbstractSerial::OutputBaud)
+    }
+    if (direction == AbstractSerial::OutputBaud) {
         return outputRate;
+    }
     return inputRate == outputRate ? inputRate : 0;
 }
 

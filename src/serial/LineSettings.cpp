@@ -54,9 +54,11 @@ AbstractSerial::StopBits LineSettings::enumeratedStopBits() const
 
 AbstractSerial::Flow LineSettings::enumeratedFlowControl() const
 {
-    if (ctsFlow && rtsControl == RtsHandshake && !inX && !outX)
+    if (ctsFlow && rtsControl == RtsHandshake && !inX && !outX) {
         return AbstractSerial::FlowHardware;
-    if (!ctsFlow && rtsControl == RtsDisabled && inX == outX)
+    }
+    if (!ctsFlow && rtsControl == RtsDisabled && inX == outX) {
         return inX ? AbstractSerial::FlowXonXoff : AbstractSerial::FlowDisable;
+    }
     return AbstractSerial::FlowUndefined;
 }

@@ -23,8 +23,9 @@ bool ModemLineWatch::start()
 bool ModemLineWatch::hasChanged()
 {
     const AbstractSerial::LineStatus now = m_reader();
-    if (now.testFlag(AbstractSerial::LineErr))
+    if (now.testFlag(AbstractSerial::LineErr)) {
         return false;
+    }
     const bool changed = ((now ^ m_last) & WatchedLines) != 0;
     m_last = now;
     return changed;

@@ -4,11 +4,13 @@
 
 bool SerialLineState::setBaudRate(int rate, AbstractSerial::BaudRateDirection direction)
 {
-    if (direction != AbstractSerial::AllBaud || rate < 1)
+    if (direction != AbstractSerial::AllBaud || rate < 1) {
         return false;
+    }
     settings.baudRate = rate;
-    if (!applySettings())
+    if (!applySettings()) {
         return false;
+    }
     inputBaudRate = outputBaudRate = rate;
     updateComputedTimeout();
     return true;
@@ -16,11 +18,13 @@ bool SerialLineState::setBaudRate(int rate, AbstractSerial::BaudRateDirection di
 
 bool SerialLineState::setDataBits(AbstractSerial::DataBits value)
 {
-    if (!LineRules::acceptsDataBits(value, stopBits))
+    if (!LineRules::acceptsDataBits(value, stopBits)) {
         return false;
+    }
     settings.setDataBits(value);
-    if (!applySettings())
+    if (!applySettings()) {
         return false;
+    }
     dataBits = value;
     updateComputedTimeout();
     return true;
@@ -28,11 +32,13 @@ bool SerialLineState::setDataBits(AbstractSerial::DataBits value)
 
 bool SerialLineState::setParity(AbstractSerial::Parity value)
 {
-    if (!LineRules::acceptsParity(value))
+    if (!LineRules::acceptsParity(value)) {
         return false;
+    }
     settings.setParity(value);
-    if (!applySettings())
+    if (!applySettings()) {
         return false;
+    }
     parity = value;
     updateComputedTimeout();
     return true;
@@ -40,11 +46,13 @@ bool SerialLineState::setParity(AbstractSerial::Parity value)
 
 bool SerialLineState::setStopBits(AbstractSerial::StopBits value)
 {
-    if (!LineRules::acceptsStopBits(value, dataBits, stopBits))
+    if (!LineRules::acceptsStopBits(value, dataBits, stopBits)) {
         return false;
+    }
     settings.setStopBits(value);
-    if (!applySettings())
+    if (!applySettings()) {
         return false;
+    }
     stopBits = value;
     updateComputedTimeout();
     return true;
@@ -52,11 +60,13 @@ bool SerialLineState::setStopBits(AbstractSerial::StopBits value)
 
 bool SerialLineState::setFlowControl(AbstractSerial::Flow value)
 {
-    if (!LineRules::acceptsFlowControl(value))
+    if (!LineRules::acceptsFlowControl(value)) {
         return false;
+    }
     settings.setFlowControl(value);
-    if (!applySettings())
+    if (!applySettings()) {
         return false;
+    }
     // Flow control doesn't change the length of a character: the computed timeout stays.
     flow = value;
     return true;
@@ -90,12 +100,14 @@ void SerialLineState::readBackSettings()
 
 void SerialLineState::updateComputedTimeout()
 {
-    if (!autoReadTotalTimeout || inputBaudRate != outputBaudRate || inputBaudRate < 1)
+    if (!autoReadTotalTimeout || inputBaudRate != outputBaudRate || inputBaudRate < 1) {
         return;
+    }
     const int computed =
         LineRules::blockTimeout(inputBaudRate, dataBits, parity, stopBits, charIntervalTimeout);
-    if (computed == readTotalTimeout)
+    if (computed == readTotalTimeout) {
         return;
+    }
     readTotalTimeout = computed;
     applyTimeouts();
 }

@@ -37,6 +37,7 @@ public:
     int close(int handle);
     /// @param code see CanBitRate.h
     int setBusParams(int handle, long code);
+    /// Goes on the bus; the interface is taken up for it if it is down. Again does no harm.
     int busOn(int handle);
     /// Never fails on an open channel: the interface may have been pulled out, and a channel that
     /// couldn't leave the bus couldn't be closed either.
@@ -44,6 +45,8 @@ public:
     /// Only the low 8 bits of @p identifier go on the bus: an address is a byte, and one above 127
     /// comes here sign-extended.
     int write(int handle, long identifier, const void *data, unsigned int length);
+    /// Takes one received frame, of which at most 8 bytes of @p data and its length are written.
+    /// Refused, if there is none.
     int read(int handle, long *identifier, void *data, unsigned int *length);
 
 private:

@@ -10,8 +10,9 @@ EdgeWatch::EdgeWatch()
 
 EdgeWatch::~EdgeWatch()
 {
-    if (m_epoll != -1)
+    if (m_epoll != -1) {
         ::close(m_epoll);
+    }
 }
 
 void EdgeWatch::watch(int descriptor)
@@ -29,8 +30,9 @@ void EdgeWatch::watch(int descriptor)
 
 void EdgeWatch::stop()
 {
-    if (m_watched == -1)
+    if (m_watched == -1) {
         return;
+    }
     ::epoll_ctl(m_epoll, EPOLL_CTL_DEL, m_watched, nullptr);
     m_watched = -1;
 }
@@ -38,8 +40,9 @@ void EdgeWatch::stop()
 EdgeWatch::Event EdgeWatch::take()
 {
     epoll_event event{};
-    if (::epoll_wait(m_epoll, &event, 1, 0) < 1)
+    if (::epoll_wait(m_epoll, &event, 1, 0) < 1) {
         return Event::None;
+    }
     if (event.events & (EPOLLERR | EPOLLHUP)) {
         // A lost port counts as readable, too, and holds nothing.
         stop();

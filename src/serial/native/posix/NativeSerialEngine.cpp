@@ -63,31 +63,37 @@ NativeSerialEnginePrivate &NativeSerialEngine::state() const
 
 bool NativeSerialEngine::open(QIODevice::OpenMode mode)
 {
-    if (state().port.isOpen())
+    if (state().port.isOpen()) {
         return false;
+    }
     // One that was turned on while closed knows no port; the next enabling makes another.
     dropNotifier();
-    if (!state().port.open(d->deviceName, mode))
+    if (!state().port.open(d->deviceName, mode)) {
         return false;
+    }
     d->descriptor = state().port.descriptor();
-    if (state().takeOver())
+    if (state().takeOver()) {
         return true;
+    }
     close();
     return false;
 }
 
 bool NativeSerialEngine::close()
 {
-    if (!state().port.isOpen())
+    if (!state().port.isOpen()) {
         return true;
+    }
     dropNotifier();
-    if (d->oldSettingsSaved)
+    if (d->oldSettingsSaved) {
         state().restoreTimeouts();
+    }
     d->oldSettingsSaved = false;
     // The kernel holds a closing port for as long as its output is stuck: what doesn't leave in
     // time is dropped.
-    if (!flush())
+    if (!flush()) {
         state().port.drop(TCOFLUSH);
+    }
     state().port.close();
     d->descriptor = AbstractSerialEnginePrivate::InvalidDescriptor;
     return true;
@@ -151,18 +157,21 @@ bool NativeSerialEngine::setRts(bool set)
 AbstractSerial::LineStatus NativeSerialEngine::lineStatus()
 {
     const std::optional<int> lines = state().port.modemLines();
-    if (!lines)
+    if (!lines) {
         return AbstractSerial::LineErr;
+    }
     AbstractSerial::LineStatus status;
-    for (const ModemLine &line : ModemLines)
+    for (const ModemLine &line : ModemLines) {
         status.setFlag(line.flag, *lines & line.bit);
+    }
     return status;
 }
 
 bool NativeSerialEngine::sendBreak(int msecs)
 {
-    if (!setBreak(true))
+    if (!setBreak(true)) {
         return false;
+    }
     QThread::msleep(static_cast<unsigned long>(std::max(msecs, 0)));
     return setBreak(false);
 }
@@ -195,8 +204,9 @@ qint64 NativeSerialEngine::read(char *data, qint64 maxSize)
         const qint64 came =
             state().port.read(data + done, asked, readLimit(state().readTotalTimeout));
         done += came;
-        if (came < asked)
+        if (came < asked) {
             break;
+        }
     }
     return done;
 }
@@ -206,12 +216,14 @@ qint64 NativeSerialEngine::write(const char *data, qint64 size)
     qint64 done = 0;
     while (done < size) {
         const qint64 asked = std::min(size - done, WriteTransferSize);
-        if (state().port.write(data + done, asked, TransferLimit) < asked)
+        if (state().port.write(data + done, asked, TransferLimit) < asked) {
             break;
+        }
         done += asked;
     }
-    if (done > 0 && state().notifier)
+    if (done > 0 && state().notifier) {
         state().notifier->outputSent();
+    }
     return done > 0 && done == size ? size : -1;
 }
 
@@ -220,16 +232,19 @@ bool NativeSerialEngine::waitForReadOrWrite(bool *readyToRead, bool *readyToWrit
 {
     *readyToRead = checkRead && bytesAvailable() > 0;
     *readyToWrite = false;
-    if (*readyToRead)
+    if (*readyToRead) {
         return true;
-    if (!state().port.isOpen())
+    }
+    if (!state().port.isOpen()) {
         return false;
+    }
     const int asked = (checkRead ? POLLIN : 0) | (checkWrite ? POLLOUT : 0);
     const int happened = state().port.wait(short(asked), std::max(msecs, 0));
     // A lost port is ready for everything, at once and for ever: a caller that waits in a loop
     // would spin. The kernel drops what it held.
-    if (happened & (POLLERR | POLLHUP | POLLNVAL))
+    if (happened & (POLLERR | POLLHUP | POLLNVAL)) {
         return false;
+    }
     *readyToRead = checkRead && (happened & POLLIN) && bytesAvailable() != 0;
     *readyToWrite = checkWrite && (happened & POLLOUT);
     return happened != 0;
@@ -297,10 +312,12 @@ void NativeSerialEngine::setNotification(void (AbstractSerialNotifier::*setter)(
     }
     // Turning on may call the receiver, which may close the port or delete this engine: nothing
     // is touched after that.
-    if (notifier)
+    if (notifier) {
         (notifier->*setter)(turnOn);
-    if (onClose)
+    }
+    if (onClose) {
         dropNotifier();
+    }
 }
 
 // Released, rather than kept until the engine goes: each holds a descriptor of epoll, and a device
@@ -309,8 +326,9 @@ void NativeSerialEngine::setNotification(void (AbstractSerialNotifier::*setter)(
 void NativeSerialEngine::dropNotifier()
 {
     NativeSerialNotifier *notifier = std::exchange(state().notifier, nullptr);
-    if (!notifier)
+    if (!notifier) {
         return;
+    }
     notifier->disable();
     notifier->deleteLater();
 }

@@ -12,8 +12,9 @@ NativeSerialEnginePrivate::NativeSerialEnginePrivate()
 bool NativeSerialEnginePrivate::takeOver()
 {
     const std::optional<termios2> found = port.settings();
-    if (!found)
+    if (!found) {
         return false;
+    }
     m_found = m_line = *found;
     oldSettingsSaved = true;
     settings = TermiosSettings::load(m_found);
@@ -26,8 +27,9 @@ bool NativeSerialEnginePrivate::takeOver()
     readTotalTimeout = 0;
     autoReadTotalTimeout = false;
     // What came before the opening, perhaps at another rate, isn't for this program.
-    if (!applySettings() || !port.drop(TCIFLUSH))
+    if (!applySettings() || !port.drop(TCIFLUSH)) {
         return false;
+    }
     readBackSettings();
     return true;
 }
@@ -37,8 +39,9 @@ bool NativeSerialEnginePrivate::takeOver()
 void NativeSerialEnginePrivate::restoreTimeouts()
 {
     std::optional<termios2> line = port.settings();
-    if (!line)
+    if (!line) {
         return;
+    }
     line->c_cc[VMIN] = m_found.c_cc[VMIN];
     line->c_cc[VTIME] = m_found.c_cc[VTIME];
     port.setSettings(*line);
@@ -48,8 +51,9 @@ bool NativeSerialEnginePrivate::applySettings()
 {
     termios2 wanted = m_line;
     TermiosSettings::store(settings, wanted);
-    if (!port.setSettings(wanted))
+    if (!port.setSettings(wanted)) {
         return false;
+    }
     // A driver leaves out what it can't do and reports success all the same.
     const auto medium =
         port.isPseudoTerminal() ? TermiosSettings::Medium::Pseudo : TermiosSettings::Medium::Wire;

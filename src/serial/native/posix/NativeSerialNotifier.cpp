@@ -26,8 +26,9 @@ NativeSerialNotifier::NativeSerialNotifier(AbstractSerialEngine *engine)
 {
     m_linePoll.setInterval(LinePollInterval);
     connect(&m_linePoll, &QTimer::timeout, this, &NativeSerialNotifier::pollLines);
-    if (m_edges.descriptor() == -1)
+    if (m_edges.descriptor() == -1) {
         return;
+    }
     m_portEvent = new QSocketNotifier(m_edges.descriptor(), QSocketNotifier::Read, this);
     m_portEvent->setEnabled(false);
     connect(m_portEvent, &QSocketNotifier::activated, this, &NativeSerialNotifier::handlePortEvent);
@@ -56,8 +57,9 @@ bool NativeSerialNotifier::isWriteNotificationEnabled() const
 void NativeSerialNotifier::setWriteNotificationEnabled(bool enable)
 {
     setKind(WriteKind, enable);
-    if (enable)
+    if (enable) {
         m_engine->writeNotification();
+    }
 }
 
 bool NativeSerialNotifier::isExceptionNotificationEnabled() const
@@ -87,8 +89,9 @@ void NativeSerialNotifier::disable()
 
 void NativeSerialNotifier::outputSent()
 {
-    if (!isEnabled(WriteKind))
+    if (!isEnabled(WriteKind)) {
         return;
+    }
     if (m_writable) {
         m_writable->setEnabled(true);
         return;
@@ -108,18 +111,22 @@ void NativeSerialNotifier::setMask(quint32 mask)
     const quint32 turnedOn = mask & ~m_mask;
     const bool wasWatched = m_mask & PortKinds;
     m_mask = mask;
-    if (!(mask & PortKinds))
+    if (!(mask & PortKinds)) {
         m_edges.stop();
-    else if ((turnedOn & ReadKind) || !wasWatched)
+    } else if ((turnedOn & ReadKind) || !wasWatched) {
         m_edges.watch(port());
-    if (m_portEvent)
+    }
+    if (m_portEvent) {
         m_portEvent->setEnabled(mask & PortKinds);
-    if (m_writable && !(mask & WriteKind))
+    }
+    if (m_writable && !(mask & WriteKind)) {
         m_writable->setEnabled(false);
-    if (!(mask & LineKind))
+    }
+    if (!(mask & LineKind)) {
         m_linePoll.stop();
-    else if ((turnedOn & LineKind) && m_lines.start())
+    } else if ((turnedOn & LineKind) && m_lines.start()) {
         m_linePoll.start();
+    }
 }
 
 int NativeSerialNotifier::port() const
@@ -130,22 +137,25 @@ int NativeSerialNotifier::port() const
 void NativeSerialNotifier::handlePortEvent()
 {
     const EdgeWatch::Event event = m_edges.take();
-    if (event == EdgeWatch::Event::CharactersCame && isEnabled(ReadKind))
+    if (event == EdgeWatch::Event::CharactersCame && isEnabled(ReadKind)) {
         m_engine->readNotification();
-    else if (event == EdgeWatch::Event::PortLost && isEnabled(ExceptionKind))
+    } else if (event == EdgeWatch::Event::PortLost && isEnabled(ExceptionKind)) {
         m_engine->exceptionNotification();
+    }
 }
 
 // A port can nearly always take more. It is told once for each time that something was sent.
 void NativeSerialNotifier::handleWritable()
 {
     m_writable->setEnabled(false);
-    if (isEnabled(WriteKind))
+    if (isEnabled(WriteKind)) {
         m_engine->writeNotification();
+    }
 }
 
 void NativeSerialNotifier::pollLines()
 {
-    if (m_lines.hasChanged())
+    if (m_lines.hasChanged()) {
         m_engine->lineNotification();
+    }
 }

@@ -19,8 +19,9 @@ int PortNode::open(const QString &name, int access)
 
 bool PortNode::lock(int descriptor)
 {
-    if (uninterrupted([=] { return ::flock(descriptor, LOCK_EX | LOCK_NB); }) != 0)
+    if (uninterrupted([=] { return ::flock(descriptor, LOCK_EX | LOCK_NB); }) != 0) {
         return false;
+    }
     // Root opens a port although it is held without sharing, so ask for that by itself. A node
     // that refuses the question is held by the lock alone.
     int exclusive = 0;

@@ -23,8 +23,9 @@ constexpr unsigned long DrainPollInterval = 1; // ms
 
 int accessMode(QIODevice::OpenMode mode)
 {
-    if (!mode.testFlag(QIODevice::WriteOnly))
+    if (!mode.testFlag(QIODevice::WriteOnly)) {
         return O_RDONLY;
+    }
     return mode.testFlag(QIODevice::ReadOnly) ? O_RDWR : O_WRONLY;
 }
 
@@ -48,8 +49,9 @@ bool TerminalPort::open(const QString &name, QIODevice::OpenMode mode)
 // Nothing is changed before the lock is had: the port may be someone else's.
 bool TerminalPort::claim()
 {
-    if (!settings() || !PortNode::lock(m_descriptor))
+    if (!settings() || !PortNode::lock(m_descriptor)) {
         return false;
+    }
     // Keeps out those who don't look at the lock. A node that refuses it is held by the lock alone.
     control(TIOCEXCL, 0);
     return true;
@@ -57,8 +59,9 @@ bool TerminalPort::claim()
 
 void TerminalPort::close()
 {
-    if (!isOpen())
+    if (!isOpen()) {
         return;
+    }
     // The mark outlives this descriptor on a terminal that another one keeps alive.
     control(TIOCNXCL, 0);
     ::close(m_descriptor);
@@ -78,8 +81,9 @@ bool TerminalPort::isPseudoTerminal() const
 std::optional<termios2> TerminalPort::settings() const
 {
     termios2 line{};
-    if (!control(TCGETS2, &line))
+    if (!control(TCGETS2, &line)) {
         return {};
+    }
     return line;
 }
 
@@ -106,8 +110,9 @@ qint64 TerminalPort::read(char *data, qint64 size, int msecs)
             continue;
         }
         const bool mayCome = count == -1 && errno == EAGAIN;
-        if (!mayCome || !(wait(POLLIN, int(deadline.remainingTime())) & POLLIN))
+        if (!mayCome || !(wait(POLLIN, int(deadline.remainingTime())) & POLLIN)) {
             break;
+        }
     }
     return done;
 }
@@ -124,8 +129,9 @@ qint64 TerminalPort::write(const char *data, qint64 size, int msecs)
             continue;
         }
         const bool mayGo = count == -1 && errno == EAGAIN;
-        if (!mayGo || !(wait(POLLOUT, int(deadline.remainingTime())) & POLLOUT))
+        if (!mayGo || !(wait(POLLOUT, int(deadline.remainingTime())) & POLLOUT)) {
             break;
+        }
     }
     return done;
 }
@@ -145,15 +151,18 @@ bool TerminalPort::waitUntilSent(int msecs) const
     const QDeadlineTimer deadline(msecs);
     while (true) {
         int queued = 0;
-        if (!control(TIOCOUTQ, &queued))
+        if (!control(TIOCOUTQ, &queued)) {
             return false;
+        }
         // The last bytes stand in the shift register; a terminal without one refuses the question.
         unsigned int transmitter = TIOCSER_TEMT;
         control(TIOCSERGETLSR, &transmitter);
-        if (queued == 0 && (transmitter & TIOCSER_TEMT))
+        if (queued == 0 && (transmitter & TIOCSER_TEMT)) {
             return true;
-        if (deadline.hasExpired())
+        }
+        if (deadline.hasExpired()) {
             return false;
+        }
         QThread::msleep(DrainPollInterval);
     }
 }
@@ -166,8 +175,9 @@ bool TerminalPort::drop(int queue)
 std::optional<int> TerminalPort::modemLines() const
 {
     int lines = 0;
-    if (!control(TIOCMGET, &lines))
+    if (!control(TIOCMGET, &lines)) {
         return {};
+    }
     return lines;
 }
 

@@ -28,8 +28,9 @@ void assign(tcflag_t &field, tcflag_t bits, bool set)
 int parityNumber(tcflag_t control)
 {
     const tcflag_t bits = control & ParityBits;
-    if (bits == 0)
+    if (bits == 0) {
         return control & PARENB ? AbstractSerial::ParityEven : AbstractSerial::ParityNone;
+    }
     return int(std::distance(Parities.begin(), std::find(Parities.begin(), Parities.end(), bits)));
 }
 

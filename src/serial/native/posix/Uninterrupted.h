@@ -8,7 +8,8 @@ template <typename Operation>
 auto uninterrupted(Operation operation)
 {
     auto result = operation();
-    while (result == -1 && errno == EINTR)
+    while (result == -1 && errno == EINTR) {
         result = operation();
+    }
     return result;
 }

@@ -1,0 +1,107 @@
+#include "campaign/Campaign.h"
+
+#include "app/MainWindow.h"
+
+#include <QApplication>
+#include <QScopedValueRollback>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int StepsPerWindow = 3000;
+constexpr auto LongestStep = 60s;
+/// The log starts over behind so many bytes: only its end is of use.
+constexpr qint64 LogLimit = 4'000'000;
+
+} // namespace
+
+Campaign::Campaign(unsigned seed, int steps, const QString &log)
+    : m_random(seed)
+    , m_user(m_random)
+    , m_log(log)
+    , m_stepsLeft(steps)
+{
+    if (!m_log.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+        qFatal("%s can't be written", qPrintable(log));
+    }
+    renewWindow();
+    m_watchdog = std::jthread([this](const std::stop_token &stop) { watch(stop); });
+}
+
+Campaign::~Campaign() = default;
+
+void Campaign::run()
+{
+    QMetaObject::invokeMethod(this, &Campaign::step, Qt::QueuedConnection);
+    QApplication::exec();
+}
+
+void Campaign::step()
+{
+    ++m_stepsDone;
+    const QScopedValueRollback<int> nesting(m_nested, m_nested + 1);
+    const bool isOver = m_stepsLeft <= 0;
+    const bool isNewWindowDue = m_stepsOfWindow >= StepsPerWindow || !m_window->isVisible();
+    if (isOver || isNewWindowDue) {
+        // The steps that wait for a dialog have to end first, one after the other.
+        if (RandomUser::leave() || m_nested > 1) {
+            QMetaObject::invokeMethod(this, &Campaign::step, Qt::QueuedConnection);
+            return;
+        }
+        if (isOver) {
+            m_window.reset();
+            QApplication::quit();
+            return;
+        }
+        renewWindow();
+    }
+    QMetaObject::invokeMethod(this, &Campaign::step, Qt::QueuedConnection);
+    --m_stepsLeft;
+    ++m_stepsOfWindow;
+    if (m_random.oneIn(25)) {
+        tell(m_world.happen(m_random));
+    } else {
+        m_user.act(m_window.get(), [this](const QString &what) { tell(what); });
+    }
+}
+
+void Campaign::tell(const QString &what)
+{
+    if (m_log.pos() > LogLimit) {
+        m_log.resize(0);
+        m_log.seek(0);
+    }
+    m_log.write(u"%1 %2\n"_s.arg(m_stepsLeft).arg(what).toUtf8());
+}
+
+void Campaign::renewWindow()
+{
+    tell(u"a new window"_s);
+    m_window = std::make_unique<MainWindow>();
+    m_window->resize(1000, 500);
+    m_window->show();
+    m_stepsOfWindow = 0;
+}
+
+void Campaign::watch(const std::stop_token &stop)
+{
+    int lastDone = -1;
+    auto lastProgress = std::chrono::steady_clock::now();
+    while (!stop.stop_requested()) {
+        std::this_thread::sleep_for(100ms);
+        const int done = m_stepsDone;
+        if (done != lastDone) {
+            lastDone = done;
+            lastProgress = std::chrono::steady_clock::now();
+        } else if (std::chrono::steady_clock::now() - lastProgress > LongestStep) {
+            std::fputs("campaign: a step hangs\n", stderr);
+            std::abort();
+        }
+    }
+}
