@@ -4,6 +4,7 @@
 #include "comm/CANZDRLRequest.h"
 #include "comm/Command.h"
 #include "comm/CommandNumbers.h"
+#include "comm/ExchangeChain.h"
 #include "comm/ReplyPolling.h"
 #include "comm/TraceCommand.h"
 #include "comm/can/CanBitRate.h"
@@ -171,6 +172,10 @@ CANZDRLReply *CANKvaserCommandHandler::waitForReply(char)
 template <typename ReplyHandler>
 void CANKvaserCommandHandler::exchange(CANZDRLRequest request, ReplyHandler onReply)
 {
+    const ExchangeChain chain;
+    if (chain.isTooLong()) {
+        return;
+    }
     sendRequest(&request);
     const std::unique_ptr<CANZDRLReply> reply{waitForReply(static_cast<char>(request.id()))};
     if (reply) {

@@ -3,6 +3,7 @@
 
 #include "comm/Command.h"
 #include "comm/CommandNumbers.h"
+#include "comm/ExchangeChain.h"
 #include "comm/QSerialCommandHandler.h"
 #include "comm/Reply.h"
 #include "comm/ReplyPolling.h"
@@ -133,6 +134,10 @@ void QSerialCommandHandler::dumpReply(const Reply &reply) const
 template <typename ReplyHandler>
 void QSerialCommandHandler::exchange(Request request, bool log, ReplyHandler onReply)
 {
+    const ExchangeChain chain;
+    if (chain.isTooLong()) {
+        return;
+    }
     if (log) {
         emit handleHistoryMessage(request.toByteText());
     }
