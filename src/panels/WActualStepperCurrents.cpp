@@ -39,6 +39,11 @@ QList<char> *WActualStepperCurrents::traceParameters() const
     return new QList<char>{m_apMotorCurrent, m_apPhaseA, m_apPhaseB};
 }
 
+void WActualStepperCurrents::setTitle(const QString &title)
+{
+    m_ui->gbActualCurrents->setTitle(title);
+}
+
 void WActualStepperCurrents::requestedTraceValue(char address, char motorBank, char type, int value)
 {
     if (!isFrom(address, motorBank)) {

@@ -30,6 +30,9 @@ public:
     /// The numbers that want polling: motor, phase A, phase B. The caller owns the list.
     QList<char> *traceParameters() const;
 
+    /// Sets the title of the group box.
+    void setTitle(const QString &title);
+
 public slots:
     /// Shows a polled current of this panel's module and motor, in each field of that number.
     void requestedTraceValue(char address, char motorBank, char type, int value);

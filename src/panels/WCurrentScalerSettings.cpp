@@ -44,7 +44,10 @@ void WCurrentScalerSettings::on_sbLagLeadLimit1_valueChanged(int value)
 void WCurrentScalerSettings::on_sbLagLeadLimit2_valueChanged(int value)
 {
     writeParameter(m_apLagLeadLimit2, value);
-    if (value <= m_ui->sbLagLeadLimit1->value()) {
+    // At the top only a lower limit that stands there itself is not below: it has just pushed this
+    // one up. It stays, and the two are equal.
+    const bool atTop = value == m_ui->sbLagLeadLimit2->maximum();
+    if (value <= m_ui->sbLagLeadLimit1->value() && !atTop) {
         m_ui->sbLagLeadLimit1->setValue(value - 1);
     }
 }

@@ -45,13 +45,12 @@ public slots:
     /// @{
     void on_sbIScaleMin_valueChanged(int value) { writeParameter(m_apIScaleMin, value); }
     void on_sbIScaleMax_valueChanged(int value) { writeParameter(m_apIScaleMax, value); }
-    /// Then pushes the upper limit to @p value + 1, if that isn't above @p value already. If the
-    /// upper limit is at its largest value before, the two end equal; if the push takes it there,
-    /// it pushes back in turn.
+    /// Then pushes the upper limit to @p value + 1, if that isn't above @p value already. At the
+    /// top of the range, where the upper limit can't get above, the two end equal.
     void on_sbLagLeadLimit1_valueChanged(int value);
-    /// Then pushes the lower limit to @p value - 1, if that isn't below @p value already. If the
-    /// lower limit is 0 before, the two end equal; if the push takes it there, it pushes back in
-    /// turn.
+    /// Then pushes the lower limit to @p value - 1, if that isn't below @p value already; from the
+    /// top of the range it pushes nothing. If @p value is 0 and the lower limit is 0 before, the
+    /// two end equal; if the push takes it there, it pushes back in turn.
     void on_sbLagLeadLimit2_valueChanged(int value);
     void on_sbScaleInc_valueChanged(int value) { writeParameter(m_apScaleInc, value); }
     void on_sbScaleDec_valueChanged(int value) { writeParameter(m_apScaleDec, value); }

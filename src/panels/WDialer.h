@@ -37,7 +37,7 @@ public:
     void setLabel(const QString &label);
     /// Chooses the logarithmic or the linear scale of the dial. The value stays.
     void setLogarithmic(bool logarithmic);
-    /// Sets the tool tip of the spin box and of the dial.
+    /// Sets the tool tip of the spin box and of the dial, not that of the widget around them.
     void setToolTip(const QString &toolTip);
 
 signals:

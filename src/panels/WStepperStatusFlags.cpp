@@ -6,16 +6,16 @@
 
 namespace {
 
+using Form = Ui::WStepperStatusFlags;
+
 constexpr int NoMode = -1;
 
 /// The lamp of one bit of the status word.
 struct Lamp
 {
-    QRadioButton *Ui::WStepperStatusFlags::*button;
+    QRadioButton *Form::*button;
     int mode = NoMode; ///< what motorControlModeChanged() tells if the bit is set
 };
-
-using Form = Ui::WStepperStatusFlags;
 
 /// By bit, from 0 on.
 constexpr Lamp lamps[] = {

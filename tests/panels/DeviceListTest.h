@@ -201,8 +201,9 @@ void removeUnknown()
     QVERIFY(noDevice(panel));
     add(panel, u"COM7"_s, u"Virtual"_s);
     panel->showConnected();
-    for (const QString &port : {u"com7"_s, u"COM"_s, u"COM77"_s, u"COM7 [Virtual]"_s, QString()})
+    for (const QString &port : {u"com7"_s, u"COM"_s, u"COM77"_s, u"COM7 [Virtual]"_s, QString()}) {
         remove(panel, port);
+    }
     QCOMPARE(panel.template child<QComboBox>("cmbDevices")->count(), 1);
     QVERIFY(connected(panel));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QLocale>
-#include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWidget>
@@ -10,26 +9,6 @@
 
 /// What the tests of the panels share.
 namespace PanelTest {
-
-/// The methods of one kind that @p metaObject itself declares, in order, with the names of their
-/// parameters: "openDevice(QString port)".
-inline QStringList methods(const QMetaObject &metaObject, QMetaMethod::MethodType kind)
-{
-    QStringList result;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        const QMetaMethod method = metaObject.method(i);
-        if (method.methodType() != kind)
-            continue;
-        QStringList parameters;
-        for (int p = 0; p < method.parameterCount(); ++p) {
-            parameters.append(QString::fromLatin1(method.parameterTypeName(p) + ' '
-                                                  + method.parameterNames().at(p)));
-        }
-        result.append(QString::fromLatin1(method.name()) + u'('
-                      + parameters.join(QStringLiteral(", ")) + u')');
-    }
-    return result;
-}
 
 /// Makes @p locale the one that new widgets get, while the object lives.
 class DefaultLocale
@@ -57,8 +36,9 @@ public:
         m_window.resize(600, 300);
         m_window.show();
         m_window.activateWindow();
-        if (!QTest::qWaitForWindowActive(&m_window))
+        if (!QTest::qWaitForWindowActive(&m_window)) {
             qFatal("the window doesn't get active");
+        }
     }
 
     Panel *operator->() const { return m_panel; }
@@ -69,8 +49,9 @@ public:
     Widget *child(const char *name) const
     {
         auto *widget = m_panel->template findChild<Widget *>(QString::fromLatin1(name));
-        if (!widget)
+        if (!widget) {
             qFatal("no control %s", name);
+        }
         return widget;
     }
     QWidget *child(const char *name) const { return child<QWidget>(name); }
@@ -109,13 +90,15 @@ public:
         QStringList names;
         for (const QWidget *widget : m_panel->template findChildren<QWidget *>()) {
             if (!widget->isVisible() || widget->objectName().isEmpty()
-                || widget->objectName().startsWith(QStringLiteral("qt_")))
+                || widget->objectName().startsWith(QStringLiteral("qt_"))) {
                 continue;
+            }
             const QRect place(widget->mapTo(m_panel, QPoint()), widget->size());
             const QSize least = widget->minimumSizeHint().boundedTo(widget->maximumSize());
             if (!m_panel->rect().contains(place) || widget->width() < least.width()
-                || widget->height() < least.height())
+                || widget->height() < least.height()) {
                 names.append(widget->objectName());
+            }
         }
         return names;
     }

@@ -3,6 +3,8 @@
 #include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
+#include <QGroupBox>
+
 using namespace Qt::StringLiterals;
 using namespace PanelTest;
 using namespace MotionPanelTest;
@@ -39,6 +41,7 @@ private slots:
     void signalsAndSlots();
     void form_data();
     void form();
+    void title();
     void numbers();
     void values_data();
     void values();
@@ -79,6 +82,13 @@ void tst_WActualStepperCurrents::form()
 {
     const Shown<WActualStepperCurrents> panel;
     compareProperty(*panel.get());
+}
+
+void tst_WActualStepperCurrents::title()
+{
+    const Panel panel;
+    panel->setTitle(u"Currents"_s);
+    QCOMPARE(panel.child<QGroupBox>("gbActualCurrents")->title(), u"Currents"_s);
 }
 
 void tst_WActualStepperCurrents::numbers()

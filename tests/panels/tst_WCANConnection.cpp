@@ -1,6 +1,7 @@
 #include "PanelTest.h"
 #include "panels/WCANConnection.h"
 #include "support/DebugLog.h"
+#include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
 #include <QComboBox>
@@ -43,8 +44,9 @@ QStringList bitrates(const Panel &panel)
 {
     const auto *list = panel.child<QComboBox>("cmbBitrate");
     QStringList texts;
-    for (int i = 0; i < list->count(); ++i)
+    for (int i = 0; i < list->count(); ++i) {
         texts.append(list->itemText(i));
+    }
     return texts;
 }
 
@@ -65,9 +67,9 @@ void tst_WCANConnection::signalsAndSlots()
     const QMetaObject &metaObject = WCANConnection::staticMetaObject;
     QCOMPARE(metaObject.superClass(), &QWidget::staticMetaObject);
     QCOMPARE(
-        methods(metaObject, QMetaMethod::Signal),
+        ownMethods(metaObject, QMetaMethod::Signal),
         (QStringList{u"openDevice(int bitrate, int sendID, int receiveID)"_s, u"closeDevice()"_s}));
-    QCOMPARE(methods(metaObject, QMetaMethod::Slot),
+    QCOMPARE(ownMethods(metaObject, QMetaMethod::Slot),
              (QStringList{u"on_btnConnect_clicked()"_s, u"on_btnDisconnect_clicked()"_s,
                           u"deviceClosed()"_s}));
 }
@@ -105,8 +107,9 @@ void tst_WCANConnection::bitratesOfTheTool()
     list->setCurrentIndex(3);
     panel->clearBitrates();
     QCOMPARE(list->count(), 0);
-    for (const int kbit : {1000, 500, 250, 125, 100, 50, 10})
+    for (const int kbit : {1000, 500, 250, 125, 100, 50, 10}) {
         panel->addBitrate(kbit);
+    }
     QCOMPARE(bitrates(panel),
              (QStringList{u"1000"_s, u"500"_s, u"250"_s, u"125"_s, u"100"_s, u"50"_s, u"10"_s}));
     QCOMPARE(list->currentText(), u"1000"_s);
@@ -154,9 +157,10 @@ void tst_WCANConnection::connectSendsChoice_data()
     QTest::addColumn<int>("bitrate");
     const int rates[] = {1000, 500, 250, 125, 100, 50, 20, 10};
     for (const char *locale : {"C", "de_DE"}) {
-        for (int index = 0; index < 8; ++index)
+        for (int index = 0; index < 8; ++index) {
             QTest::addRow("%s %d", locale, rates[index])
                 << QString::fromLatin1(locale) << index << rates[index];
+        }
     }
 }
 

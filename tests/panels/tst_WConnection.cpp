@@ -2,6 +2,7 @@
 #include "PanelTest.h"
 #include "panels/WConnection.h"
 #include "support/DebugLog.h"
+#include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
 #include <QComboBox>
@@ -62,9 +63,9 @@ void tst_WConnection::signalsAndSlots()
 {
     const QMetaObject &metaObject = WConnection::staticMetaObject;
     QCOMPARE(metaObject.superClass(), &QWidget::staticMetaObject);
-    QCOMPARE(methods(metaObject, QMetaMethod::Signal),
+    QCOMPARE(ownMethods(metaObject, QMetaMethod::Signal),
              (QStringList{u"openDevice(QString port)"_s, u"closeDevice()"_s}));
-    QCOMPARE(methods(metaObject, QMetaMethod::Slot),
+    QCOMPARE(ownMethods(metaObject, QMetaMethod::Slot),
              (QStringList{u"on_btnConnect_clicked()"_s, u"on_btnDisconnect_clicked()"_s,
                           u"deviceClosed()"_s}));
 }

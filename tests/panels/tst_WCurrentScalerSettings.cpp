@@ -110,6 +110,7 @@ private slots:
     void limitsByReply_data();
     void limitsByReply();
     void raisedAndLoweredByKeys();
+    void typedToTheTop();
     void firstReadOverwritesTheUpperLimit();
     void enabledByMouse();
     void switchOfInput();
@@ -153,11 +154,14 @@ void tst_WCurrentScalerSettings::addLimitRows()
     add("lower reaches the upper", {10, 1500}, 116, 1500, {1500, 1501}, {u"set 1 0 117 1501"_s});
     add("lower passes the upper", {10, 1500}, 116, 2000, {2000, 2001}, {u"set 1 0 117 2001"_s});
     add("lower to the end, upper there", {4094, 4095}, 116, 4095, {4095, 4095});
-    add("lower to the end, upper on the way", {10, 1500}, 116, 4095, {4094, 4095},
-        {u"set 1 0 117 4095"_s, u"set 1 0 116 4094"_s});
+    add("lower to the end, upper on the way", {10, 1500}, 116, 4095, {4095, 4095},
+        {u"set 1 0 117 4095"_s});
     add("upper stays above", {1500, 3000}, 117, 1501, {1500, 1501});
     add("upper reaches the lower", {1500, 3000}, 117, 1500, {1499, 1500}, {u"set 1 0 116 1499"_s});
     add("upper passes the lower", {1500, 3000}, 117, 700, {699, 700}, {u"set 1 0 116 699"_s});
+    add("upper to the end", {10, 1500}, 117, 4095, {10, 4095});
+    add("upper leaves the end, lower there", {4095, 4095}, 117, 4094, {4093, 4094},
+        {u"set 1 0 116 4093"_s});
     add("upper to 0, lower there", {0, 100}, 117, 0, {0, 0});
     add("upper to 0, lower on the way", {50, 100}, 117, 0, {0, 1},
         {u"set 1 0 116 0"_s, u"set 1 0 117 1"_s});
@@ -220,6 +224,19 @@ void tst_WCurrentScalerSettings::raisedAndLoweredByKeys()
     QTest::keyClick(panel.child("sbLagLeadLimit2"), Qt::Key_Down);
     QCOMPARE(module.takeLog(), QStringList{u"set 1 0 117 0"_s});
     QCOMPARE(limits(panel.get()), (QList<int>{0, 0}));
+}
+
+void tst_WCurrentScalerSettings::typedToTheTop()
+{
+    const ShownPanel panel = show();
+    FakeModule module;
+    module.attach(panel.get());
+    panel.type("sbLagLeadLimit1", u"4095"_s);
+    QCOMPARE(module.takeLog(),
+             (QStringList{u"set 1 0 116 4"_s, u"set 1 0 117 5"_s, u"set 1 0 116 40"_s,
+                          u"set 1 0 117 41"_s, u"set 1 0 116 409"_s, u"set 1 0 117 410"_s,
+                          u"set 1 0 116 4095"_s, u"set 1 0 117 4095"_s}));
+    QCOMPARE(limits(panel.get()), (QList<int>{4095, 4095}));
 }
 
 void tst_WCurrentScalerSettings::firstReadOverwritesTheUpperLimit()

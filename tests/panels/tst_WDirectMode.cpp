@@ -1,6 +1,7 @@
 #include "DirectModeTest.h"
 #include "PanelTest.h"
 #include "panels/WDirectMode.h"
+#include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
 #include <QComboBox>
@@ -41,10 +42,10 @@ void tst_WDirectMode::signalsAndSlots()
 {
     const QMetaObject &metaObject = WDirectMode::staticMetaObject;
     QCOMPARE(metaObject.superClass(), &QWidget::staticMetaObject);
-    QCOMPARE(methods(metaObject, QMetaMethod::Signal),
+    QCOMPARE(ownMethods(metaObject, QMetaMethod::Signal),
              QStringList{u"doRequest(char address, char command, char type, char motorBank, "
                          "int value)"_s});
-    QCOMPARE(methods(metaObject, QMetaMethod::Slot),
+    QCOMPARE(ownMethods(metaObject, QMetaMethod::Slot),
              (QStringList{u"requestResult(char address, char motorBank, char command, "
                           "char status, int value)"_s,
                           u"requestedCommand(char address, char command, char type, "

@@ -66,8 +66,9 @@ void tst_WDirectModeForm::labels_data()
         {"sbReplyCommand", "Command"},      {"sbReplyType", "Type"},
         {"sbReplyMotorBank", "Motor/Bank"}, {"sbReplyValue", "Value"},
     };
-    for (const auto &[field, text] : rows)
+    for (const auto &[field, text] : rows) {
         QTest::newRow(field) << QByteArray(field) << QString::fromLatin1(text);
+    }
 }
 
 void tst_WDirectModeForm::labels()
@@ -78,8 +79,9 @@ void tst_WDirectModeForm::labels()
     const QWidget *widget = panel.child(field.constData());
     const QLabel *label = nullptr;
     for (const QLabel *candidate : panel->findChildren<QLabel *>()) {
-        if (candidate->buddy() == widget)
+        if (candidate->buddy() == widget) {
             label = candidate;
+        }
     }
     QVERIFY(label);
     QCOMPARE(label->text(), text);

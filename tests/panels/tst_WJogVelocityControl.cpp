@@ -43,6 +43,7 @@ class tst_WJogVelocityControl : public TestCase
     Q_OBJECT
 
 private slots:
+    void nothingToldAtFirst(); // first: what was told last is one for all panels
     void spinBoxesMoveDials();
     void dialsMoveSpinBoxes();
     void logarithmicScale();
@@ -68,6 +69,17 @@ private slots:
     void mismatch();
     void unconfigured();
 };
+
+void tst_WJogVelocityControl::nothingToldAtFirst()
+{
+    const Panel panel;
+    panel.actual->setValue(7);
+    panel.acceleration->setValue(7);
+    panel->requestedValue(1, 0, byte(131), 0);
+    panel->requestedValue(1, 0, 5, 0);
+    QCOMPARE(panel.actual->value(), 7); // 0 counts as told
+    QCOMPARE(panel.acceleration->value(), 7);
+}
 
 void tst_WJogVelocityControl::spinBoxesMoveDials()
 {

@@ -88,6 +88,7 @@ private slots:
     void unknownResolution_data();
     void unknownResolution();
     void textDoesNotMatter();
+    void firstOfEqualValues();
     void firstResolutionWritesZero();
     void textWithoutValueWritesZero();
     void emptiedChoiceWritesZero();
@@ -166,6 +167,17 @@ void tst_WOpenLoopSettings::textDoesNotMatter()
     module.attach(&panel);
     combo(&panel)->setCurrentIndex(1);
     QCOMPARE(module.takeLog(), QStringList{u"set 1 0 140 2"_s});
+}
+
+void tst_WOpenLoopSettings::firstOfEqualValues()
+{
+    Panel panel;
+    panel.setApMicrostepResolution(Resolution);
+    panel.addMicrostepResolution(u"full step"_s, 0);
+    panel.addMicrostepResolution(u"8 microsteps"_s, 3);
+    panel.addMicrostepResolution(u"eight microsteps"_s, 3);
+    panel.requestedValue(1, 0, Resolution, 3);
+    QCOMPARE(combo(&panel)->currentIndex(), 1);
 }
 
 void tst_WOpenLoopSettings::firstResolutionWritesZero()

@@ -72,6 +72,8 @@ private slots:
     void moveRelativeToActualByAbsolute();
     void moveRelativeToActual();
     void moveRelativeToActualRaisesTheTarget();
+    void beginningOfTheText_data();
+    void beginningOfTheText();
     void lastTargetStays();
     void targetsStayInRange();
     void stop_data();
@@ -261,6 +263,28 @@ void tst_WPositionControl::moveRelativeToActualRaisesTheTarget()
         panel.log.take();
         QCOMPARE(panel.moveFromTarget(10), move(0, 1010));
     }
+}
+
+void tst_WPositionControl::beginningOfTheText_data()
+{
+    QTest::addColumn<bool>("fromTarget");
+    QTest::newRow("target position") << true;
+    QTest::newRow("target position of this panel") << true;
+    QTest::newRow("Target position") << false;
+    QTest::newRow("the target position") << false;
+    QTest::newRow("target") << false;
+}
+
+void tst_WPositionControl::beginningOfTheText()
+{
+    QFETCH(bool, fromTarget);
+    const Panel panel;
+    panel.moveFromTarget(500);
+    panel.relativeTo->addItem(QString::fromLatin1(QTest::currentDataTag()));
+    panel.relativeTo->setCurrentIndex(2);
+    panel.target->setValue(1000);
+    panel.click("btnMoveRelative");
+    QCOMPARE(panel.log.take(), fromTarget ? move(0, 1500) : move(1, 1000));
 }
 
 void tst_WPositionControl::lastTargetStays()

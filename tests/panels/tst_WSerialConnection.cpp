@@ -2,6 +2,7 @@
 #include "PanelTest.h"
 #include "panels/WSerialConnection.h"
 #include "support/DebugLog.h"
+#include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
 #include <QComboBox>
@@ -81,11 +82,11 @@ void tst_WSerialConnection::signalsAndSlots()
 {
     const QMetaObject &metaObject = WSerialConnection::staticMetaObject;
     QCOMPARE(metaObject.superClass(), &QWidget::staticMetaObject);
-    QCOMPARE(methods(metaObject, QMetaMethod::Signal),
+    QCOMPARE(ownMethods(metaObject, QMetaMethod::Signal),
              (QStringList{u"openDevice(QString port, int baudrate, int address)"_s,
                           u"closeDevice()"_s}));
     // No deviceClosed() here, unlike the other two panels.
-    QCOMPARE(methods(metaObject, QMetaMethod::Slot),
+    QCOMPARE(ownMethods(metaObject, QMetaMethod::Slot),
              (QStringList{u"on_btnConnect_clicked()"_s, u"on_btnDisconnect_clicked()"_s}));
 }
 
@@ -130,8 +131,9 @@ void tst_WSerialConnection::baudrates()
     const Panel panel;
     const auto *baudrates = panel.child<QComboBox>("cmbBaudrates");
     QStringList texts;
-    for (int i = 0; i < baudrates->count(); ++i)
+    for (int i = 0; i < baudrates->count(); ++i) {
         texts.append(baudrates->itemText(i));
+    }
     QCOMPARE(texts,
              (QStringList{u"4800"_s, u"9600"_s, u"14400"_s, u"19200"_s, u"38400"_s, u"57600"_s,
                           u"115200"_s}));
@@ -174,9 +176,10 @@ void tst_WSerialConnection::connectSendsChoice_data()
     QTest::addColumn<int>("baudrate");
     const int baudrates[] = {4800, 9600, 14400, 19200, 38400, 57600, 115200};
     for (const char *locale : {"C", "de_DE"}) {
-        for (int index = 0; index < 7; ++index)
+        for (int index = 0; index < 7; ++index) {
             QTest::addRow("%s %d", locale, baudrates[index])
                 << QString::fromLatin1(locale) << index << baudrates[index];
+        }
     }
 }
 
