@@ -18,14 +18,21 @@ public:
     ChartLine(quint8 address, quint8 motorBank, quint8 command, quint8 type, QString name,
               const QColor &color);
 
+    /// Module address of the value.
     quint8 address() const { return m_address; }
     /// Gives the line another module address, and so another key. The samples stay.
     void setAddress(quint8 address) { m_address = address; }
+    /// Motor or bank number.
     quint8 motorBank() const { return m_motorBank; }
+    /// Number of the command that reads the value.
     quint8 command() const { return m_command; }
+    /// Axis parameter number.
     quint8 type() const { return m_type; }
+    /// Text of the legend.
     QString name() const { return m_name; }
+    /// Pen of the curve and its legend.
     QColor color() const { return m_color; }
+    /// Whether these four are the key of this line.
     bool hasKey(quint8 address, quint8 motorBank, quint8 command, quint8 type) const;
 
     /// The oldest first, no more than maxSamples().
@@ -37,6 +44,7 @@ public:
     /// Forgets all samples. The smoothed value stays.
     void clearValues();
 
+    /// The limit; below 1 the line keeps no samples.
     int maxSamples() const { return m_maxSamples; }
     /// Limits the samples to @p maxSamples; the oldest ones beyond it go. Below 1 none are kept,
     /// and since a line without room for samples never gets any again, later calls do nothing.

@@ -28,9 +28,10 @@ public:
 
     /// Text above the chart.
     void setTitle(const QString &title);
+    /// What setTitle() has set; empty at the start.
     QString title() const { return m_title; }
 
-    /// Time between two repaints. Doesn't start them.
+    /// Time between two repaints in milliseconds. Doesn't start them.
     void setInterval(int msecs);
 
     /// Limit on the samples of each line that is added from now on. Lines that are there keep
@@ -66,11 +67,15 @@ signals:
     void changedChartWidth(int width);
 
 public slots:
+    /// Repaints from now on by the timer.
     void startDrawer();
+    /// Ends that. Samples are stored all the same.
     void stopDrawer();
     /// Forgets the samples of every line; their smoothed values stay.
     void clearValues();
+    /// Keeps the scale as it is, from the next paint on.
     void doManualScaling();
+    /// Lets each paint find out the scale of the next one.
     void doDynamicScaling();
     /// Top of the scale from the next paint on.
     void setMaxValue(int max);
@@ -101,7 +106,7 @@ private:
     int m_resolution = 1;
     QString m_title;
     QList<ChartLine *> m_lines;
-    QTimer m_timer;
+    QTimer m_timer{this};
     int m_interval = 1000;
     bool m_dynamicScaling = true;
 };

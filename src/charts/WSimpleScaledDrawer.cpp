@@ -9,7 +9,6 @@
 #include <QDebug>
 #include <QHBoxLayout>
 #include <QMouseEvent>
-#include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTableWidget>
@@ -195,14 +194,10 @@ void WSimpleScaledDrawer::mousePressEvent(QMouseEvent *event)
         QWidget::mousePressEvent(event);
         return;
     }
-    const QPointer<DChartSelector> selector = new DChartSelector(this, m_area, m_availableTraces);
-    const int result = selector->exec();
-    if (!selector) {
-        return; // it has gone with this panel
-    }
-    selector->deleteLater();
-    if (result != QDialog::Accepted) {
-        return;
+    // Kept on purpose: a new dialog each time, which stays a child of this panel until that ends.
+    auto *selector = new DChartSelector(this, m_area, m_availableTraces);
+    if (selector->exec() != QDialog::Accepted) {
+        return; // also if the dialog has gone with this panel
     }
     const QTableWidget *table = selector->selectedTable();
     qDebug() << "SelectionTable:" << QString::number(table->rowCount());

@@ -26,6 +26,7 @@ public:
 
     /// The text above the chart, and the window title.
     void setTitle(const QString &title);
+    /// What setTitle() has set; empty at the start.
     QString title() const;
 
     /// Whether a right click lets the user pick the curves.
@@ -35,6 +36,7 @@ public:
     void setAvailableTraces(const QList<TraceCommand *> &traces);
     /// Appends one value to what the user may pick, on the same terms.
     void addAvailableTrace(TraceCommand *trace);
+    /// Offers nothing any longer. The records live on.
     void clearAvailableTraces();
 
     /// Number of samples kept for each line that is added from now on. The scroll bar goes from 0
@@ -57,7 +59,9 @@ public:
     void setMaxValue(int max);
     /// Bottom of the scale from the next paint on.
     void setMinValue(int min);
+    /// See DrawerArea::doManualScaling(). The controls beside the chart don't follow.
     void doManualScaling();
+    /// See DrawerArea::doDynamicScaling(). The controls beside the chart don't follow.
     void doDynamicScaling();
 
 signals:
@@ -67,7 +71,9 @@ signals:
 public slots:
     /// Scrolls the chart to where the scroll bar stands.
     void scrollBarValueChanged(int value);
+    /// Repaints the chart every 100 ms from now on.
     void startDrawing();
+    /// Ends that. Samples are stored all the same.
     void stopDrawing();
     /// A polled axis parameter: a sample for each line that reads it, dropped if there is none.
     void requestedTraceValue(char address, char motorBank, char typeNumber, int value);

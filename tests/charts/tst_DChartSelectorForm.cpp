@@ -158,9 +158,8 @@ void tst_DChartSelectorForm::cells()
     QFETCH(int, column);
     QFETCH(bool, isCentred);
     for (const QTableWidget *tableWidget : {selected(), available()}) {
-        const int alignment = tableWidget->item(0, column)->textAlignment();
-        QCOMPARE(alignment & Qt::AlignHorizontal_Mask,
-                 isCentred ? int(Qt::AlignHCenter) : int(Qt::AlignLeft));
+        QCOMPARE(tableWidget->item(0, column)->textAlignment(),
+                 isCentred ? int(Qt::AlignCenter) : int(Qt::AlignLeft | Qt::AlignVCenter));
     }
     QCOMPARE(selected()->item(0, 3)->text(), QString());
 }

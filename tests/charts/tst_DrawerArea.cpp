@@ -3,12 +3,12 @@
 #include "support/TestCase.h"
 
 #include <QSignalSpy>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace ChartTest;
 
 using Samples = QList<double>;
-using Scale = QVariantList; // least value, largest value
 
 class tst_DrawerArea : public TestCase
 {
@@ -27,17 +27,10 @@ private slots:
     void clearChartLines();
     void removeChartLine_data();
     void removeChartLine();
-    void dynamicScale_data();
-    void dynamicScale();
-    void scaleSettles();
-    void scaleOfEmptyChart();
-    void scaleShrinksAtOnce();
-    void scaleBehindScrollBar();
-    void manualScale();
-    void backToDynamic();
     void chartWidthAtEveryPaint();
     void nothingRepaintsByItself();
     void timer();
+    void interval();
     void setIntervalDoesNotStart();
     void clearedWhileRunning();
 };
@@ -202,137 +195,6 @@ void tst_DrawerArea::removeChartLine()
     QTEST(left, "left");
 }
 
-void tst_DrawerArea::dynamicScale_data()
-{
-    QTest::addColumn<Samples>("samples");
-    QTest::addColumn<Scale>("scale");
-    QTest::newRow("above") << Samples{150} << Scale{0, 151};
-    QTest::newRow("shrinks") << Samples{50} << Scale{0, 51};
-    QTest::newRow("half below zero") << Samples{-0.5} << Scale{-1, 0};
-    QTest::newRow("half above zero") << Samples{0.5} << Scale{0, 1};
-    QTest::newRow("below zero") << Samples{-7} << Scale{-8, 0};
-    QTest::newRow("zero is inside") << Samples{1000, 1001} << Scale{0, 1002};
-    QTest::newRow("zeros") << Samples{0, 0} << Scale{0, 0};
-    QTest::newRow("both ends") << Samples{-20.25, 30.75} << Scale{-21, 31};
-    // From the newest: a value that isn't above the bound so far doesn't raise it.
-    QTest::newRow("newest first") << Samples{10.5, 10} << Scale{0, 11};
-    QTest::newRow("above the raised bound") << Samples{11.5, 10} << Scale{0, 12};
-    QTest::newRow("largest int") << Samples{2147483647.0} << Scale{0, LargestInt};
-    QTest::newRow("least int") << Samples{-2147483648.0} << Scale{LeastInt, 0};
-}
-
-void tst_DrawerArea::dynamicScale()
-{
-    QFETCH(Samples, samples);
-    QFETCH(Scale, scale);
-    DrawerArea area;
-    ChartLine line = newLine(1);
-    area.addChartLine(&line);
-    for (const double sample : samples) {
-        line.addValue(sample);
-    }
-    QSignalSpy changed(&area, &DrawerArea::scaleChanged);
-    paint(area);
-    QCOMPARE(changed, QList<QVariantList>{scale});
-}
-
-void tst_DrawerArea::scaleSettles()
-{
-    DrawerArea area;
-    ChartLine line = newLine(1);
-    area.addChartLine(&line);
-    area.addValue(1, 0, 6, 1, 150);
-    QSignalSpy changed(&area, &DrawerArea::scaleChanged);
-    paint(area);
-    paint(area);
-    QCOMPARE(changed.count(), 1);
-    area.addValue(1, 0, 6, 1, -150);
-    paint(area);
-    paint(area);
-    QCOMPARE(changed, (QList<QVariantList>{{0, 151}, {-151, 151}}));
-}
-
-void tst_DrawerArea::scaleOfEmptyChart()
-{
-    DrawerArea area;
-    QSignalSpy changed(&area, &DrawerArea::scaleChanged);
-    paint(area);
-    paint(area);
-    paint(area);
-    QCOMPARE(changed, (QList<QVariantList>{{0, 0}}));
-
-    ChartLine line = newLine(1); // the next sample sets a scale
-    area.addChartLine(&line);
-    area.addValue(1, 0, 6, 1, 5);
-    paint(area);
-    QCOMPARE(changed.last(), (QVariantList{0, 6}));
-}
-
-void tst_DrawerArea::scaleShrinksAtOnce()
-{
-    constexpr int columns = 30;
-    DrawerArea area;
-    area.resize(columns + 120, 100);
-    area.setMaxSamples(1000);
-    ChartLine line = newLine(1);
-    area.addChartLine(&line);
-    area.addValue(1, 0, 6, 1, 150);
-    for (int i = 0; i < columns; ++i) {
-        area.addValue(1, 0, 6, 1, 50);
-    }
-    QSignalSpy changed(&area, &DrawerArea::scaleChanged);
-    paint(area); // the walk ends at the sample behind the last column, having seen it
-    QCOMPARE(changed.last(), (QVariantList{0, 151}));
-    area.addValue(1, 0, 6, 1, 50);
-    paint(area);
-    QCOMPARE(changed.last(), (QVariantList{0, 51}));
-}
-
-void tst_DrawerArea::scaleBehindScrollBar()
-{
-    DrawerArea area;
-    ChartLine line = newLine(1);
-    area.addChartLine(&line);
-    for (const int value : {40, 50, 60}) {
-        area.addValue(1, 0, 6, 1, value);
-    }
-    area.setScrollRange(0, 99, 98);
-    QSignalSpy changed(&area, &DrawerArea::scaleChanged);
-    paint(area);
-    QCOMPARE(changed.last(), (QVariantList{0, 51})); // the newest is hidden
-}
-
-void tst_DrawerArea::manualScale()
-{
-    DrawerArea area;
-    ChartLine line = newLine(1);
-    area.addChartLine(&line);
-    area.addValue(1, 0, 6, 1, 5000);
-    area.addValue(1, 0, 6, 1, -5000);
-    area.doManualScaling();
-    QSignalSpy changed(&area, &DrawerArea::scaleChanged);
-    paint(area);
-    area.setMinValue(-10);
-    area.setMaxValue(10);
-    paint(area);
-    QCOMPARE(changed.count(), 0);
-}
-
-void tst_DrawerArea::backToDynamic()
-{
-    DrawerArea area;
-    ChartLine line = newLine(1);
-    area.addChartLine(&line);
-    area.addValue(1, 0, 6, 1, 70);
-    area.doManualScaling();
-    QSignalSpy changed(&area, &DrawerArea::scaleChanged);
-    paint(area);
-    area.doDynamicScaling();
-    QCOMPARE(changed.count(), 0); // only by a paint
-    paint(area);
-    QCOMPARE(changed, (QList<QVariantList>{{0, 71}}));
-}
-
 void tst_DrawerArea::chartWidthAtEveryPaint()
 {
     DrawerArea area;
@@ -382,6 +244,23 @@ void tst_DrawerArea::timer()
     area.stopDrawer();
     width.clear();
     QVERIFY(!width.wait(50)); // fifty times the interval
+}
+
+void tst_DrawerArea::interval()
+{
+    DrawerArea area;
+    const auto *timer = area.findChild<QTimer *>();
+    QVERIFY(timer);
+    QVERIFY(!timer->isActive());
+    area.startDrawer();
+    QVERIFY(timer->isActive());
+    QCOMPARE(timer->interval(), 1000);
+    area.setInterval(250);
+    QCOMPARE(timer->interval(), 250);
+    area.stopDrawer();
+    QVERIFY(!timer->isActive());
+    area.startDrawer();
+    QCOMPARE(timer->interval(), 250);
 }
 
 void tst_DrawerArea::setIntervalDoesNotStart()

@@ -21,6 +21,7 @@ private slots:
     void legend();
     void legendWithoutACurve();
     void legendWidthIsThatOfTheLongestName();
+    void everyNameFollowsItsCurve();
 };
 
 void tst_DrawerAreaPainting::background()
@@ -220,6 +221,36 @@ void tst_DrawerAreaPainting::legendWidthIsThatOfTheLongestName()
     });
     const QRect place(250, 70, 140, 50);
     QVERIFY(ink(expected, place) > 5);
+    QCOMPARE(paint(chart).copy(place), expected.copy(place));
+}
+
+// The curve of each line runs through the other one's name: what is drawn later lies on top.
+void tst_DrawerAreaPainting::everyNameFollowsItsCurve()
+{
+    constexpr int Points = 18;
+    Chart chart;
+    ChartLine first = newLine(1, Qt::blue, u"MMMM"_s);
+    ChartLine second = newLine(2, Qt::red, u"MMMM"_s);
+    chart.addChartLine(&first);
+    chart.addChartLine(&second);
+    for (int i = 0; i < Points; ++i) {
+        first.addValue(59.5); // 5 pixels above the base line of the second name
+        second.addValue(69); // and of the first
+    }
+    const QImage expected = drawn(chart, [](QPainter &painter) {
+        const auto drawCurve = [&painter](int y, const QColor &color) {
+            painter.setViewTransformEnabled(false);
+            painter.fillRect(NewestX - Points + 1, y, Points + 1, 2, color);
+            painter.setViewTransformEnabled(true);
+        };
+        drawCurve(110, Qt::blue);
+        painter.setPen(Qt::blue);
+        painter.drawText(QPointF(RightEnd - 20, 95), u"MMMM"_s);
+        drawCurve(90, Qt::red);
+        painter.setPen(Qt::red);
+        painter.drawText(QPointF(RightEnd - 20, 115), u"MMMM"_s);
+    });
+    const QRect place(350, 80, 45, 40);
     QCOMPARE(paint(chart).copy(place), expected.copy(place));
 }
 

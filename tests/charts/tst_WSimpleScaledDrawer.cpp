@@ -5,6 +5,7 @@
 
 #include <QLayout>
 #include <QSignalSpy>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace ChartTest;
@@ -40,7 +41,8 @@ private slots:
     void newestStaysAtTheRight();
     void boxesShowTheDynamicScale();
     void manualKeepsTheLastScale();
-    void enteredMaximum();
+    void enteredBound_data();
+    void enteredBound();
     void clearCharts();
     void bothButtonsUnchecked();
 };
@@ -207,7 +209,8 @@ void tst_WSimpleScaledDrawer::startAndStop()
     QVERIFY(panel.open({600, 300}));
     QSignalSpy width(panel.area(), &DrawerArea::changedChartWidth);
     panel.startDrawing();
-    QTRY_VERIFY(width.count() >= 3); // every 100 ms
+    QCOMPARE(panel.area()->findChild<QTimer *>()->interval(), 100);
+    QTRY_VERIFY(width.count() >= 3);
     panel.stopDrawing();
     width.clear();
     QVERIFY(!width.wait(250));
@@ -384,8 +387,18 @@ void tst_WSimpleScaledDrawer::manualKeepsTheLastScale()
     QCOMPARE(changed, (QList<QVariantList>{{0, 5001}}));
 }
 
-void tst_WSimpleScaledDrawer::enteredMaximum()
+void tst_WSimpleScaledDrawer::enteredBound_data()
 {
+    QTest::addColumn<QByteArray>("box");
+    QTest::addColumn<QString>("bound"); // puts 99 into the middle of the scale, which is 0 to 100
+    QTest::newRow("maximum") << QByteArray("sbMax") << u"198"_s;
+    QTest::newRow("minimum") << QByteArray("sbMin") << u"98"_s;
+}
+
+void tst_WSimpleScaledDrawer::enteredBound()
+{
+    QFETCH(QByteArray, box);
+    QFETCH(QString, bound);
     PanelWindow panel;
     QVERIFY(panel.open({500, 300}));
     panel.poll(1, 99);
@@ -394,9 +407,9 @@ void tst_WSimpleScaledDrawer::enteredMaximum()
     QSignalSpy changed(panel.area(), &DrawerArea::scaleChanged);
     const QImage before = paint(*panel.area());
     const PaintCounter paints(panel.area());
-    panel.box("sbMax")->setFocus();
-    panel.box("sbMax")->selectAll();
-    QTest::keyClicks(panel.box("sbMax"), u"198"_s);
+    panel.box(box)->setFocus();
+    panel.box(box)->selectAll();
+    QTest::keyClicks(panel.box(box), bound);
     QCOMPARE(paints.count(), 0);
     const QImage after = paint(*panel.area());
     QCOMPARE(changed.count(), 0);

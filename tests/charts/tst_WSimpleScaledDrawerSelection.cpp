@@ -68,7 +68,7 @@ private slots:
     void sameValueTwiceDrawsTwoLines();
     void oldLinesLiveUntilTheSignalIsOver();
     void newLinesHaveTheLimitOfTheArea();
-    void dialogGoesAfterUse();
+    void dialogStaysWithItsPanel();
     void panelGoesWithItsDialogOpen();
     void availableTraces();
 
@@ -297,19 +297,22 @@ void tst_WSimpleScaledDrawerSelection::newLinesHaveTheLimitOfTheArea()
     QCOMPARE(m_panel->chartLines().first()->maxSamples(), 10000);
 }
 
-void tst_WSimpleScaledDrawerSelection::dialogGoesAfterUse()
+void tst_WSimpleScaledDrawerSelection::dialogStaysWithItsPanel()
 {
+    QList<QPointer<DChartSelector>> opened;
     for (const auto button : {QDialogButtonBox::Ok, QDialogButtonBox::Cancel}) {
-        QPointer<DChartSelector> opened;
         const Answer answer([&opened, button](DChartSelector *dialog) {
-            QVERIFY(opened.isNull());
-            opened = dialog;
+            QVERIFY(!opened.contains(dialog)); // a new one for every click
+            opened.append(dialog);
             press(dialog, button);
         });
         rightClick(m_panel->area());
         QVERIFY(answer.given());
-        QTRY_VERIFY(opened.isNull());
     }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(opened.count(nullptr), 0);
+    m_panel.reset();
+    QCOMPARE(opened.count(nullptr), 2);
 }
 
 void tst_WSimpleScaledDrawerSelection::panelGoesWithItsDialogOpen()
