@@ -38,6 +38,12 @@ std::string setNumber(Number &target, const std::string &argument, int minimum, 
     return {};
 }
 
+std::string setName(std::string &target, const std::string &argument)
+{
+    target = argument;
+    return argument.empty() ? "empty" : std::string();
+}
+
 std::string setFirmware(Options &options, const std::string &argument)
 {
     const std::size_t point = argument.find('.');
@@ -95,9 +101,14 @@ constexpr auto entries = std::to_array<OptionEntry>({
      [](Options &o, const std::string &) { return o.pty = true, std::string(); }},
     {"plugged", nullptr, "start COMMAND with modules plugged in on USB, RS485 and CAN",
      [](Options &o, const std::string &) { return o.plugged = true, std::string(); }},
+    {"line", "PATH", "one module on a serial line that exists, such as /dev/ttyUSB0",
+     [](Options &o, const std::string &a) { return setName(o.linePath, a); }},
+    {"can-interface", "NAME", "one module on a CAN interface of the kernel, such as can0",
+     [](Options &o, const std::string &a) { return setName(o.canInterface, a); }},
     {"link", "PATH", "--pty: make PATH a symbolic link to the port, removed at the end",
      [](Options &o, const std::string &a) { return o.linkPath = a, std::string(); }},
-    {"baud", "RATE", "--pty: answer only at this rate with 8N1; 0, the default: at any",
+    {"baud", "RATE",
+     "--pty, --line: the module's rate, with 8N1; 0, the default: any, or the line's own",
      [](Options &o, const std::string &a) { return setNumber(o.baudRate, a, 0, maxBaudRate); }},
     {"rs485-address", "N", "--plugged: address of the module on RS485 (default 1)",
      [](Options &o, const std::string &a) { return setNumber(o.rs485Address, a, 0, 255); }},
@@ -105,12 +116,12 @@ constexpr auto entries = std::to_array<OptionEntry>({
      [](Options &o, const std::string &a) {
          return setNumber(o.rs485BaudRate, a, 0, maxBaudRate);
      }},
-    {"can-address", "N", "--plugged: address of the module on CAN (default 1)",
+    {"can-address", "N", "--plugged, --can-interface: address of the module on CAN (default 1)",
      [](Options &o, const std::string &a) { return setNumber(o.canAddress, a, 0, 255); }},
     {"can-bitrate", "KBIT", "--plugged: the rate of that module in kBit/s (default 1000); 0: any",
      setCanBitRate},
     {"without", "PORT", "--plugged: start with usb, rs485 or can pulled out", setWithout},
-    {"address", "N", "address of the module on the pseudo-terminal or USB (default 1)",
+    {"address", "N", "address of the module on the pseudo-terminal, line or USB (default 1)",
      [](Options &o, const std::string &a) { return setNumber(o.identity.address, a, 0, 255); }},
     {"reply-address", "N", "address of the host, byte 0 of each reply (default 2)",
      [](Options &o, const std::string &a) {
@@ -138,13 +149,15 @@ std::string contradiction(const Options &options)
     if (options.help) {
         return {};
     }
-    if (options.pty == options.plugged) {
-        return "one of --pty and --plugged is needed";
+    const int modes = int{options.pty} + int{options.plugged} + int{!options.linePath.empty()}
+        + int{!options.canInterface.empty()};
+    if (modes != 1) {
+        return "one of --pty, --plugged, --line and --can-interface is needed";
     }
     if (options.plugged && options.command.empty()) {
         return "--plugged needs a command to start";
     }
-    if (options.pty && !options.command.empty()) {
+    if (!options.plugged && !options.command.empty()) {
         return "too many arguments: " + options.command.front();
     }
     return {};
@@ -206,6 +219,8 @@ std::string CommandLine::help()
 {
     std::string text =
         "Usage: zdr-simulator --pty [OPTIONS]\n"
+        "       zdr-simulator --line PATH [OPTIONS]\n"
+        "       zdr-simulator --can-interface NAME [OPTIONS]\n"
         "       zdr-simulator --plugged [OPTIONS] -- COMMAND [ARGUMENTS]\n"
         "Simulates the motor controller module ZDRM-7710 on serial ports and CAN.\n\n";
     for (const OptionEntry &entry : entries) {

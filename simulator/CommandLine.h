@@ -14,11 +14,13 @@ struct Options
     bool help = false; ///< only print the help
     bool pty = false; ///< one module on a pseudo-terminal
     bool plugged = false; ///< a program with three modules plugged in
-    Identity identity; ///< of the module on the pseudo-terminal or USB port
+    std::string linePath; ///< the serial line to serve; empty: none
+    std::string canInterface; ///< the kernel's CAN interface to serve; empty: none
+    Identity identity; ///< of the module on the pseudo-terminal, line or USB port
     LimitPolicy limits = LimitPolicy::Refuse;
     std::uint32_t seed = 1; ///< of the noise on the currents
     std::vector<std::string> machineLines; ///< of MachineLines, for each module at the start
-    int baudRate = 0; ///< of the module on the pseudo-terminal; 0: any
+    int baudRate = 0; ///< of the module on the pseudo-terminal or line; 0: any
     std::uint8_t rs485Address = 1; ///< of the module behind the adapter
     int rs485BaudRate = 9600; ///< of the module behind the adapter; 0: any
     std::uint8_t canAddress = 1; ///< of the module on CAN

@@ -52,4 +52,25 @@ std::optional<LineSettings> readLineSettings(int fd)
                         parityOf(settings.c_cflag), (settings.c_cflag & CSTOPB) != 0 ? 2 : 1};
 }
 
+bool makeByteLine(int fd, int baudRate)
+{
+    termios2 settings{};
+    if (::ioctl(fd, TCGETS2, &settings) < 0) {
+        return false;
+    }
+    settings.c_iflag = IGNBRK;
+    settings.c_oflag = 0;
+    settings.c_lflag = 0;
+    settings.c_cflag &= ~static_cast<tcflag_t>(CSIZE | PARENB | CMSPAR | CSTOPB | CRTSCTS);
+    settings.c_cflag |= CS8 | CREAD | CLOCAL;
+    settings.c_cc[VMIN] = 1;
+    settings.c_cc[VTIME] = 0;
+    if (baudRate != 0) {
+        settings.c_cflag &= ~static_cast<tcflag_t>(CBAUD | (CBAUD << IBSHIFT));
+        settings.c_cflag |= BOTHER | (BOTHER << IBSHIFT);
+        settings.c_ospeed = settings.c_ispeed = static_cast<speed_t>(baudRate);
+    }
+    return ::ioctl(fd, TCSETS2, &settings) == 0 && ::ioctl(fd, TCFLSH, TCIFLUSH) == 0;
+}
+
 } // namespace simulator

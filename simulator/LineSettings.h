@@ -24,4 +24,9 @@ struct LineSettings
 /// number of stop bits, but the kernel holds it at 8 data bits without parity.
 std::optional<LineSettings> readLineSettings(int fd);
 
+/// Makes the terminal @p fd a line for bytes, without echo or line editing: @p baudRate 8N1, with 0
+/// at the rate that it has, whatever the modem lines say, and with nothing received so far.
+/// @return false, if the kernel refuses it
+bool makeByteLine(int fd, int baudRate);
+
 } // namespace simulator

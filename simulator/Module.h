@@ -20,6 +20,14 @@ struct Identity
     std::string versionText = "7710V105"; ///< the first eight characters count, padded with zeros
     std::uint8_t majorVersion = 1;
     std::uint8_t minorVersion = 5;
+
+    /// The same module at another address.
+    Identity at(std::uint8_t otherAddress) const
+    {
+        Identity other = *this;
+        other.address = otherAddress;
+        return other;
+    }
 };
 
 /// One simulated controller: turns requests into replies and holds the state behind them. It knows

@@ -11,20 +11,14 @@ namespace {
 /// Time for the program to end by itself, in seconds.
 constexpr unsigned patience = 5;
 
-Identity withAddress(Identity identity, std::uint8_t address)
-{
-    identity.address = address;
-    return identity;
-}
-
 } // namespace
 
 PluggedSession::PluggedSession(const Options &options)
     : Session(options)
     , m_usb(m_testbed, loop(), usbModuleDevice(), options.identity, 0)
-    , m_rs485(m_testbed, loop(), rs485AdapterDevice(),
-              withAddress(options.identity, options.rs485Address), options.rs485BaudRate)
-    , m_can(loop(), withAddress(options.identity, options.canAddress), options.canBitRate)
+    , m_rs485(m_testbed, loop(), rs485AdapterDevice(), options.identity.at(options.rs485Address),
+              options.rs485BaudRate)
+    , m_can(loop(), options.identity.at(options.canAddress), options.canBitRate)
 {
 }
 

@@ -40,16 +40,6 @@ std::string PtySession::start()
     return {};
 }
 
-void PtySession::quit()
-{
-    loop().stop();
-}
-
-int PtySession::finish()
-{
-    return 0;
-}
-
 std::string PtySession::makeLink()
 {
     const std::string &path = options().linkPath;

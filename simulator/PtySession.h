@@ -15,8 +15,6 @@ public:
 
 protected:
     std::string start() override;
-    void quit() override;
-    int finish() override;
 
 private:
     std::string makeLink();

@@ -1,23 +1,24 @@
 #include "simulator/SerialLink.h"
 
 #include <array>
-#include <cerrno>
+#include <utility>
 
 #include <poll.h>
 #include <unistd.h>
 
 namespace simulator {
 
-SerialLink::SerialLink(int masterFd, SerialEndpoint &endpoint, LineSettings own)
-    : m_masterFd(masterFd)
+SerialLink::SerialLink(int lineFd, SerialEndpoint &endpoint, LineSettings own, Reopen reopen)
+    : m_lineFd(lineFd)
     , m_endpoint(endpoint)
     , m_own(own)
+    , m_reopen(std::move(reopen))
 {
 }
 
 int SerialLink::fd() const
 {
-    return m_hungUpUntil ? -1 : m_masterFd;
+    return m_hungUpUntil ? -1 : m_lineFd;
 }
 
 short SerialLink::events() const
@@ -36,10 +37,8 @@ void SerialLink::service(short revents, Clock::time_point now)
         if (now < *m_hungUpUntil) {
             return;
         }
-        pollfd look{m_masterFd, POLLIN, 0};
-        ::poll(&look, 1, 0);
-        revents = look.revents;
         m_hungUpUntil.reset();
+        revents = lookAgain();
     }
     if ((revents & POLLIN) != 0) {
         readAll(now);
@@ -51,11 +50,22 @@ void SerialLink::service(short revents, Clock::time_point now)
     }
 }
 
+// What poll() finds after the pause; a line that can't be had yet is hung up.
+short SerialLink::lookAgain()
+{
+    if (m_reopen) {
+        m_lineFd = m_reopen();
+    }
+    pollfd look{m_lineFd, POLLIN, 0};
+    ::poll(&look, 1, 0);
+    return m_lineFd < 0 ? short(POLLHUP) : look.revents;
+}
+
 void SerialLink::readAll(Clock::time_point now)
 {
     std::array<std::uint8_t, 1024> buffer{};
     ssize_t count = 0;
-    while ((count = ::read(m_masterFd, buffer.data(), buffer.size())) > 0) {
+    while ((count = ::read(m_lineFd, buffer.data(), buffer.size())) > 0) {
         const std::span<const std::uint8_t> bytes(buffer.data(), static_cast<std::size_t>(count));
         if (understandsLine()) {
             m_endpoint.receive(bytes, now);
@@ -69,7 +79,7 @@ void SerialLink::hangUp(Clock::time_point now)
 {
     m_unwritten.clear();
     m_endpoint.dropDue(now);
-    m_hungUpUntil = now + hangUpPause;
+    m_hungUpUntil = now + pauseWhenCutOff;
 }
 
 void SerialLink::writeDue(Clock::time_point now)
@@ -79,7 +89,7 @@ void SerialLink::writeDue(Clock::time_point now)
         m_unwritten.insert(m_unwritten.end(), due.begin(), due.end());
     }
     while (!m_unwritten.empty()) {
-        const ssize_t count = ::write(m_masterFd, m_unwritten.data(), m_unwritten.size());
+        const ssize_t count = ::write(m_lineFd, m_unwritten.data(), m_unwritten.size());
         if (count <= 0) {
             // A full terminal takes the rest later; everything else is the hang-up that the next
             // poll() tells of.
@@ -95,7 +105,7 @@ bool SerialLink::understandsLine() const
     if (m_own.baudRate == 0) {
         return true;
     }
-    const auto line = readLineSettings(m_masterFd);
+    const auto line = readLineSettings(m_lineFd);
     return !line || *line == m_own;
 }
 

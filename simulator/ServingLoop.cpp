@@ -16,12 +16,12 @@ ServingLoop::ServingLoop()
 {
 }
 
-void ServingLoop::add(SerialLink &link)
+void ServingLoop::add(Link &link)
 {
     m_links.push_back(&link);
 }
 
-void ServingLoop::remove(SerialLink &link)
+void ServingLoop::remove(Link &link)
 {
     std::erase(m_links, &link);
 }
@@ -55,9 +55,9 @@ void ServingLoop::stop()
 void ServingLoop::runOnce()
 {
     // Copies: what is called below may change both lists.
-    const std::vector<SerialLink *> links = m_links;
+    const std::vector<Link *> links = m_links;
     std::vector<pollfd> polled{{m_wake.get(), POLLIN, 0}};
-    for (const SerialLink *link : links) {
+    for (const Link *link : links) {
         polled.push_back({link->fd(), link->events(), 0});
     }
     for (const Watch &watch : m_watches) {
@@ -73,7 +73,7 @@ void ServingLoop::runOnce()
         m_running = false;
         return;
     }
-    const auto now = SerialLink::Clock::now();
+    const auto now = Link::Clock::now();
     for (std::size_t i = 0; i < links.size(); ++i) {
         links[i]->service(polled[1 + i].revents, now);
     }
@@ -87,8 +87,8 @@ void ServingLoop::runOnce()
 int ServingLoop::millisecondsToWait() const
 {
     using std::chrono::milliseconds;
-    std::optional<SerialLink::Clock::time_point> earliest;
-    for (const SerialLink *link : m_links) {
+    std::optional<Link::Clock::time_point> earliest;
+    for (const Link *link : m_links) {
         const auto wake = link->wakeAt();
         if (wake && (!earliest || *wake < *earliest)) {
             earliest = wake;
@@ -98,7 +98,7 @@ int ServingLoop::millisecondsToWait() const
         return -1;
     }
     // Rounded up: a wait that ends too early would be repeated without a pause.
-    const auto wait = std::chrono::ceil<milliseconds>(*earliest - SerialLink::Clock::now());
+    const auto wait = std::chrono::ceil<milliseconds>(*earliest - Link::Clock::now());
     return static_cast<int>(
         std::clamp<milliseconds::rep>(wait.count(), 0, std::numeric_limits<int>::max()));
 }

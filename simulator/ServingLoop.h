@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/FileDescriptor.h"
-#include "simulator/SerialLink.h"
+#include "simulator/Link.h"
 
 #include <functional>
 #include <vector>
@@ -19,8 +19,8 @@ public:
     ServingLoop();
 
     /// Serves @p link, which stays the caller's, until remove().
-    void add(SerialLink &link);
-    void remove(SerialLink &link);
+    void add(Link &link);
+    void remove(Link &link);
 
     /// Calls @p readable whenever @p fd can be read, or is at its end. One callback a descriptor.
     void watch(int fd, Callback readable);
@@ -44,7 +44,7 @@ private:
 
     FileDescriptor m_wake; // an eventfd, readable after stop()
     bool m_running = false;
-    std::vector<SerialLink *> m_links;
+    std::vector<Link *> m_links;
     std::vector<Watch> m_watches;
 };
 

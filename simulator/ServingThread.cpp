@@ -2,7 +2,7 @@
 
 namespace simulator {
 
-ServingThread::ServingThread(SerialLink &link)
+ServingThread::ServingThread(Link &link)
     : ServingThread([&link](ServingLoop &loop) { loop.add(link); })
 {
 }

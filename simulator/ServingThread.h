@@ -12,7 +12,7 @@ class ServingThread
 {
 public:
     /// Starts to serve @p link, which must outlive the object and belongs to its thread meanwhile.
-    explicit ServingThread(SerialLink &link);
+    explicit ServingThread(Link &link);
     /// Starts to serve what @p attach has put into the loop; the same holds for that.
     explicit ServingThread(const std::function<void(ServingLoop &)> &attach);
     ~ServingThread();

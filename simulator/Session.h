@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-/// What both modes of the program share: the loop, the console on the standard input, the signals
+/// What all modes of the program share: the loop, the console on the standard input, the signals
 /// that end it, and the log.
 class Session
 {
@@ -29,11 +29,11 @@ protected:
     /// Sets up all there is to serve. @return an empty text, or in one line what went wrong
     virtual std::string start() = 0;
     /// The user wants it to end; the loop has to be stopped sooner or later.
-    virtual void quit() = 0;
+    virtual void quit() { m_loop.stop(); }
     /// The time given by ::alarm() is over.
     virtual void handleAlarm() { }
     /// After the loop has ended: the exit code.
-    virtual int finish() = 0;
+    virtual int finish() { return 0; }
 
     /// Makes @p module what the options want it to be.
     void prepare(Module &module) const;

@@ -1,4 +1,6 @@
+#include "simulator/CanInterfaceSession.h"
 #include "simulator/CommandLine.h"
+#include "simulator/LineSession.h"
 #include "simulator/PluggedSession.h"
 #include "simulator/PtySession.h"
 #include "simulator/Session.h"
@@ -19,6 +21,12 @@ int main(int argc, char **argv)
     }
     if (options.pty) {
         return simulator::PtySession(options).run();
+    }
+    if (!options.linePath.empty()) {
+        return simulator::LineSession(options).run();
+    }
+    if (!options.canInterface.empty()) {
+        return simulator::CanInterfaceSession(options).run();
     }
     return simulator::PluggedSession(options).run();
 }

@@ -90,6 +90,11 @@ void CanEndpoint::receive(const CanFrame &frame, Clock::time_point now)
     }
 }
 
+std::optional<CanEndpoint::Clock::time_point> CanEndpoint::nextDue() const
+{
+    return m_pending.empty() ? std::nullopt : std::optional(m_pending.front().due);
+}
+
 std::optional<CanFrame> CanEndpoint::takeDue(Clock::time_point now)
 {
     if (m_pending.empty() || m_pending.front().due > now) {

@@ -32,6 +32,8 @@ public:
 
     /// Takes a frame that crossed the bus at @p now.
     void receive(const CanFrame &frame, Clock::time_point now);
+    /// When the next frame is due; nothing, if there is none.
+    std::optional<Clock::time_point> nextDue() const;
     /// The next frame that is due at @p now, which thereby counts as sent; nothing, if none is.
     std::optional<CanFrame> takeDue(Clock::time_point now);
 

@@ -84,6 +84,8 @@ void tst_SimulatorProgram::help()
     const QString text = program.output();
     for (const char *word : {"--pty",
                              "--plugged",
+                             "--line PATH",
+                             "--can-interface NAME",
                              "--link PATH",
                              "--baud RATE",
                              "--address N",
@@ -119,6 +121,13 @@ void tst_SimulatorProgram::wrongOptions_data()
     QTest::newRow("unknown") << QStringList{u"--pty"_s, u"--bogus"_s};
     QTest::newRow("short form") << QStringList{u"--pty"_s, u"-x"_s};
     QTest::newRow("both modes") << QStringList{u"--pty"_s, u"--plugged"_s, u"true"_s};
+    QTest::newRow("line and pseudo-terminal")
+        << QStringList{u"--pty"_s, u"--line"_s, u"/dev/tty"_s};
+    QTest::newRow("line and CAN interface")
+        << QStringList{u"--line"_s, u"/dev/tty"_s, u"--can-interface"_s, u"can0"_s};
+    QTest::newRow("line with a command") << QStringList{u"--line"_s, u"/dev/tty"_s, u"true"_s};
+    QTest::newRow("line without a name") << QStringList{u"--line"_s, u""_s};
+    QTest::newRow("CAN interface without a name") << QStringList{u"--can-interface"_s, u""_s};
     QTest::newRow("no command") << QStringList{u"--plugged"_s, u"--"_s};
     QTest::newRow("stray argument") << QStringList{u"--pty"_s, u"stray"_s};
     QTest::newRow("missing argument") << QStringList{u"--pty"_s, u"--baud"_s};
