@@ -33,6 +33,7 @@ DEncoderInitialization::DEncoderInitialization(Stepper *stepper)
     , m_initThread(std::make_unique<EncoderInitializationThread>())
 {
     m_ui->setupUi(this);
+    fitWarning();
     setFullstepParameter(m_fullstepParameter);
 
     const auto *thread = m_initThread.get();
@@ -140,6 +141,20 @@ void DEncoderInitialization::showState(int state)
     m_ui->teInitializationState->setPlainText(tr(States[state].text));
     if (States[state].isResult) {
         m_initThread->stop();
+    }
+}
+
+/// Fonts differ in width, and the dialog must not grow: where the warning is too wide for it, its
+/// letters get narrower.
+void DEncoderInitialization::fitWarning()
+{
+    const QMargins margins = layout()->contentsMargins();
+    const int room = maximumWidth() - margins.left() - margins.right();
+    QFont font = m_ui->lblWarning->font();
+    for (int stretch = QFont::Unstretched;
+         stretch > QFont::UltraCondensed && m_ui->lblWarning->sizeHint().width() > room;) {
+        font.setStretch(--stretch);
+        m_ui->lblWarning->setFont(font);
     }
 }
 

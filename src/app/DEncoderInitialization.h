@@ -56,6 +56,7 @@ public slots:
     void requestedValue(char address, char motorBank, char type, int value);
 
 private:
+    void fitWarning();
     void setControlsEnabled(bool enabled);
     void showState(int state);
 

@@ -70,22 +70,19 @@ Line takeLine(QByteArrayView &rest)
     return line;
 }
 
-/// The name of a section or key as it is compared. In the file "%20" stands for a blank, and a
-/// backslash divides what a slash divides in the program.
+/// The name of a section or key as it is compared. In the file "%20" stands for a blank.
 QString comparable(QByteArrayView name)
 {
     const QByteArray bytes = QByteArray::fromPercentEncoding(name.trimmed().toByteArray());
-    return QString::fromUtf8(bytes).replace(u'\\', u'/').toLower();
+    return QString::fromUtf8(bytes).toLower();
 }
 
-/// What stands before the key for all keys that follow the section's line @p text. The section
-/// "General" is the place of keys without a section.
+/// What stands before the key for all keys that follow the section's line @p text.
 QString sectionPrefix(QByteArrayView text)
 {
     const QByteArrayView behindBracket = text.sliced(1);
     const qsizetype end = behindBracket.indexOf(']');
-    const QString name = comparable(end < 0 ? behindBracket : behindBracket.first(end));
-    return name == "general"_L1 ? QString() : name + u'/';
+    return comparable(end < 0 ? behindBracket : behindBracket.first(end)) + u'/';
 }
 
 QString valueText(QByteArrayView raw)
@@ -101,7 +98,7 @@ SettingsFileContent::SettingsFileContent(QByteArrayView text)
     if (rest.startsWith(ByteOrderMark)) {
         rest = rest.sliced(ByteOrderMark.size());
     }
-    QString prefix;
+    QString prefix = u"general/"_s; // of keys without a section
     for (Line line = takeLine(rest); !line.text.isEmpty(); line = takeLine(rest)) {
         if (line.text.startsWith('[')) {
             prefix = sectionPrefix(line.text);

@@ -25,10 +25,6 @@ constexpr int QuickstartTab = 1;
 /// A pass over a slow line takes long.
 constexpr int SerialTraceDelayMsecs = 500;
 
-constexpr char ActualPositionParameter = 1;
-constexpr char TargetTorqueParameter = 14;
-constexpr char ClosedLoopModeParameter = static_cast<char>(129);
-
 } // namespace
 
 Stepper::Stepper(QWidget *mainWindow)
@@ -222,7 +218,7 @@ void Stepper::handleActualPositionChange(char address, char motorBank, int value
     qDebug().nospace() << "ActualPositionChange: motor=" << unsignedByte(motorBank)
                        << ", value=" << value;
     onConnectedHandlers([=](auto *handler) {
-        handler->setAxisParameter(address, motorBank, ActualPositionParameter, 0);
+        handler->setAxisParameter(address, motorBank, AxisParameters::ActualPosition, 0);
     });
 }
 
@@ -231,7 +227,7 @@ void Stepper::handleTargetTorqueChange(char address, char motorBank, int value)
     qDebug().nospace() << "TargetTorqueChange: motor=" << unsignedByte(motorBank)
                        << ", value=" << value;
     onConnectedHandlers([=](auto *handler) {
-        handler->setAxisParameter(address, motorBank, TargetTorqueParameter, value);
+        handler->setAxisParameter(address, motorBank, AxisParameters::TargetPhaseCurrent, value);
     });
 }
 
@@ -281,7 +277,7 @@ void Stepper::handleSelectedTypeChanged(int type)
         return;
     }
     onConnectedHandlers([this, type](auto *handler) {
-        handler->setAxisParameter(m_moduleAddress, 0, ClosedLoopModeParameter, type);
+        handler->setAxisParameter(m_moduleAddress, 0, AxisParameters::ClosedLoopMode, type);
     });
 }
 

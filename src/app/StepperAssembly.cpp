@@ -29,6 +29,7 @@ constexpr int JogLimit = 8000000;
 /// One turn of the position dial, in µsteps: a turn of a motor of 200 full steps.
 constexpr int JogDialRange = 51200;
 
+constexpr int PositionStep = 10000;
 constexpr int VelocityStep = 10000;
 constexpr int AccelerationStep = 1000;
 
@@ -343,7 +344,7 @@ void Stepper::assemblePositioningTab()
     position->setApTargetPosition(AxisParameters::TargetPosition);
     position->setApClearOnNull(AxisParameters::ClearOnNull);
     position->setApClearOnNullWithoutTip(AxisParameters::ClearOnNull);
-    position->setTargetStep(VelocityStep);
+    position->setTargetStep(PositionStep);
     position->setStopWithMotorStop(true);
     position->setRelativeToActualByAbsolute(true);
     wire<Wire::Writes | Wire::Rotates | Wire::HearsPolled>(position);

@@ -123,6 +123,11 @@ void Stepper::showTorqueDrawer(bool show)
 void Stepper::showDrawer(WSimpleScaledDrawer *drawer, bool show)
 {
     drawer->setMaximumHeight(show ? ShownHeight : 0);
+    // A chart of no height is still a visible widget, whose buttons the tabulator key would reach.
+    const auto parts = drawer->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget *part : parts) {
+        part->setVisible(show);
+    }
     updateTraceCommands(m_moduleAddress);
 }
 

@@ -1,6 +1,7 @@
 #include "app/FileDialogUser.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -36,9 +37,10 @@ void FileDialogUser::look()
     auto *dialog = qobject_cast<QFileDialog *>(modal);
     if (dialog && dialog != m_answered && dialog->isVisible()) {
         m_answered = dialog;
-        answer(dialog);
-    } else if (!dialog) {
-        m_answered = nullptr;
+        // Not from here: the answer may bring up a question, and no timer fires within its own
+        // call.
+        QMetaObject::invokeMethod(
+            this, [this, dialog] { answer(dialog); }, Qt::QueuedConnection);
     }
 }
 
@@ -60,6 +62,8 @@ void FileDialogUser::answer(QFileDialog *dialog)
     edit->setCompleter(nullptr); // its list comes up at any time and takes the keys
     edit->setFocus();
     QTest::keySequence(edit, QKeySequence::SelectAll);
-    QTest::keyClicks(edit, m_fileName);
+    // Not typed: the dialog changes its folder at every slash that it sees come.
+    QGuiApplication::clipboard()->setText(m_fileName);
+    QTest::keySequence(edit, QKeySequence::Paste);
     QTest::keyClick(edit, Qt::Key_Return);
 }

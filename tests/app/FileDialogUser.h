@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QFileDialog>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
-
-class QFileDialog;
 
 /// Whoever sits in front of the file dialogs, which hold up the call that shows them: waits for
 /// each and answers it by keys. The toolkit's own dialog is what the test platform shows.
@@ -16,8 +16,8 @@ class FileDialogUser : public QObject
 public:
     FileDialogUser();
 
-    /// Will type @p fileName into the next dialogs and press Enter. Whether an existing file may be
-    /// replaced is answered by yes.
+    /// Will paste @p fileName into the next dialogs and press Enter. Whether an existing file may
+    /// be replaced is answered by yes.
     void willEnter(const QString &fileName);
     /// Will press Escape in the next dialogs.
     void willCancel();
@@ -34,7 +34,7 @@ private:
 
     QTimer m_timer;
     QString m_fileName; ///< null: will cancel
-    QFileDialog *m_answered = nullptr; ///< only compared; null, when no dialog is there
+    QPointer<QFileDialog> m_answered; ///< null, when it is gone
     int m_dialogs = 0;
     QString m_title;
     QStringList m_filters;

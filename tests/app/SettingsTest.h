@@ -26,14 +26,33 @@ protected:
         int value;
     };
 
+    /// A key of the settings file.
+    struct Key
+    {
+        const char *section;
+        const char *key;
+        int number; ///< of its parameter
+
+        QString fullName() const { return QLatin1String(section) + u'/' + QLatin1String(key); }
+    };
+
+    /// All keys in the order of the export.
+    static const QList<Key> &keys();
+
     /// A datagram as the wire log has it: "01 06 06 00 00 00 00 00 0D".
     static QString datagram(int command, int type, int value, int address = 1);
-    /// The numbers in the order of the export.
+    /// The numbers in the order of the export, which keys() has, too.
     static QList<int> exportedNumbers();
     static QStringList readsOf(const QList<int> &numbers);
     /// Values that differ from those of a fresh module and from each other where they may.
     static QList<Value> distinctValues();
     static void setValues(SimulatedPort &module, const QList<Value> &values);
+
+    /// A module with the values, connected, with its panels filled and the polling stopped.
+    std::unique_ptr<SimulatedPort> connectedModule(const QList<Value> &values = {});
+    void importFile(const QString &fileName);
+    void exportFile(const QString &fileName);
+    static int valueOf(SimulatedPort &module, int number);
 
     QString path(const QString &fileName) const { return m_folder.filePath(fileName); }
     static QByteArray contentOf(const QString &fileName);
@@ -44,6 +63,8 @@ protected:
     /// Runs @p slot while another thread waits for @p count requests and then calls @p then.
     void runAndInterrupt(void (Stepper::*slot)(), SimulatedPort &module, qsizetype count,
                          const std::function<void()> &then);
+    /// The debug lines without those of the platform, which shows windows and says so.
+    QStringList told() const;
     /// How often an answer was waited for in vain.
     qsizetype timeOuts() const;
     /// Requests that the module got and didn't answer.

@@ -1,5 +1,6 @@
 #include "app/StepperTest.h"
 
+#include "support/SimulatedCanBus.h"
 #include "support/SimulatedPort.h"
 
 using namespace Qt::StringLiterals;
@@ -78,12 +79,30 @@ void StepperTest::connectOverCan(int kiloBitsPerSecond, int sendId, int receiveI
     click("wCANKvaserConnection", "btnConnect");
 }
 
-void StepperTest::stopPolling(SimulatedPort &module)
+void StepperTest::stopPollingAfterPass(const std::function<qsizetype()> &requests)
 {
-    QTRY_COMPARE_GE(module.requests().size(), StandingTraceValues);
+    QTRY_COMPARE_GE(requests(), StandingTraceValues);
     child<QPushButton>("btnStop", "wTraceController")->click();
     QCoreApplication::processEvents();
+}
+
+void StepperTest::stopPolling(SimulatedPort &module)
+{
+    module.clearWireLog(); // of what the connect has read
+    stopPollingAfterPass([&] { return module.requests().size(); });
     module.clearWireLog();
+}
+
+void StepperTest::stopPolling(SimulatedCanBus &bus)
+{
+    bus.clear();
+    stopPollingAfterPass([&] { return requestsOf(bus).size(); });
+    bus.clear();
+}
+
+QStringList StepperTest::requestsOf(const SimulatedCanBus &bus)
+{
+    return bus.frames().filter(u"can < "_s);
 }
 
 int StepperTest::enabledModuleTabs() const

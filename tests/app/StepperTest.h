@@ -10,8 +10,10 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
+class SimulatedCanBus;
 class SimulatedPort;
 
 /// Base of the tests of the central widget: a shown one for each test function, driven as a user
@@ -36,8 +38,12 @@ protected:
     void connectOverUsb(const QString &port);
     void connectOverSerial(const QString &port, int baudrate, int address);
     void connectOverCan(int kiloBitsPerSecond, int sendId, int receiveId);
-    /// Waits for the first pass of the polling, stops it, and forgets what crossed the wire.
+    /// Waits for a pass of the polling, stops it, and forgets what crossed the wire.
     void stopPolling(SimulatedPort &module);
+    /// The same over CAN.
+    void stopPolling(SimulatedCanBus &bus);
+    /// The requests that the module on the bus got.
+    static QStringList requestsOf(const SimulatedCanBus &bus);
     void sendDirectCommand(const QString &command, int type);
     /// Whether the panel offers to connect, and nothing else.
     bool isReady(const char *panel) const;
@@ -48,6 +54,8 @@ protected:
     std::unique_ptr<Stepper> m_stepper;
 
 private:
+    /// Waits until as many requests were made as a pass has, and stops the polling.
+    void stopPollingAfterPass(const std::function<qsizetype()> &requests);
     int enabledModuleTabs() const;
 };
 

@@ -1,39 +1,20 @@
-#include "app/DEncoderInitialization.h"
-#include "app/EncoderInitializationThread.h"
+#include "app/EncoderDialogTest.h"
 #include "panels/PanelTest.h"
 #include "support/MetaMethods.h"
-#include "support/TestCase.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QPointer>
-#include <QPushButton>
-#include <QSpinBox>
-#include <QTextEdit>
 
 #include <limits>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr char Address = 5;
-constexpr char StateParameter = static_cast<char>(132);
-constexpr char FullstepParameter = static_cast<char>(202);
-constexpr int GenerousMsecs = 30'000;
-
-} // namespace
-
-/// The dialog by itself, with a transport that is played by the test.
-class tst_DEncoderInitialization : public TestCase
+/// The form of the dialog, and what it does with single values.
+class tst_DEncoderInitialization : public EncoderDialogTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void signalsAndSlots();
     void form_data();
     void form() { PanelTest::compareProperty(*m_dialog); }
@@ -51,104 +32,21 @@ private slots:
     void changedFullstepsAreWritten();
     void confirmedFullstepsAreNotWritten();
     void readFullstepsAreEchoedOnce();
-
-    void runStartsThenAsks();
-    void resultAtTheFirstPollEndsTheRun_data();
-    void resultAtTheFirstPollEndsTheRun();
-    void otherStatesDoNotEndTheRun_data();
-    void otherStatesDoNotEndTheRun();
-    void secondRunIsNotStoppedByTheFirst();
-    void silenceLeavesTheText();
-    void runGoesOnInTheHiddenDialog_data();
-    void runGoesOnInTheHiddenDialog();
-    void closeButtonAndEscapeClose_data();
-    void closeButtonAndEscapeClose();
-    void deletedWhileItRuns();
-    void deletesItselfWhenIdle_data();
-    void deletesItselfWhenIdle();
-
-private:
-    template <typename Widget = QWidget>
-    Widget *child(const char *name) const
-    {
-        auto *widget = m_dialog->findChild<Widget *>(QLatin1String(name));
-        if (!widget) {
-            qFatal("no %s", name);
-        }
-        return widget;
-    }
-    void start() { QTest::mouseClick(child("btnStartInitialization"), Qt::LeftButton); }
-    bool areControlsEnabled() const;
-    bool areControlsDisabled() const;
-    QString stateText() const { return child<QTextEdit>("teInitializationState")->toPlainText(); }
-    void reply(char type, int value) { m_dialog->requestedValue(Address, 0, type, value); }
-
-    QPointer<DEncoderInitialization> m_dialog;
-    QStringList m_requests; ///< "get 5 0 132", "set 5 0 132 1"
-    /// What the module answers to a question for the state; none: it is silent.
-    std::optional<int> m_state;
 };
-
-void tst_DEncoderInitialization::init()
-{
-    TestCase::init();
-    m_requests.clear();
-    m_state.reset();
-    m_dialog = new DEncoderInitialization(nullptr);
-    connect(m_dialog, &DEncoderInitialization::requestValue, this,
-            [this](char address, char motorBank, char type) {
-                m_requests.append(u"get %1 %2 %3"_s.arg(int(address))
-                                      .arg(int(motorBank))
-                                      .arg(static_cast<unsigned char>(type)));
-                if (type == StateParameter && m_state) {
-                    reply(type, *m_state);
-                }
-            });
-    connect(m_dialog, &DEncoderInitialization::changeValue, this,
-            [this](char address, char motorBank, char type, int value) {
-                m_requests.append(u"set %1 %2 %3 %4"_s.arg(int(address))
-                                      .arg(int(motorBank))
-                                      .arg(static_cast<unsigned char>(type))
-                                      .arg(value));
-            });
-    m_dialog->setAddress(Address);
-    m_dialog->setStateParameter(StateParameter);
-    m_dialog->setFullstepParameter(FullstepParameter);
-    m_dialog->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_dialog));
-}
-
-void tst_DEncoderInitialization::cleanup()
-{
-    delete m_dialog;
-}
-
-bool tst_DEncoderInitialization::areControlsEnabled() const
-{
-    return child("btnStartInitialization")->isEnabled() && child("buttonBox")->isEnabled()
-        && child("sbFullstepResolution")->isEnabled();
-}
-
-bool tst_DEncoderInitialization::areControlsDisabled() const
-{
-    return !child("btnStartInitialization")->isEnabled() && !child("buttonBox")->isEnabled()
-        && !child("sbFullstepResolution")->isEnabled();
-}
 
 void tst_DEncoderInitialization::signalsAndSlots()
 {
     const QMetaObject &metaObject = DEncoderInitialization::staticMetaObject;
     QCOMPARE(metaObject.superClass(), &QDialog::staticMetaObject);
     QCOMPARE(ownMethods(metaObject, QMetaMethod::Signal),
-             QStringList(
-                 {u"requestValue(char address, char motorBank, char type)"_s,
-                  u"changeValue(char address, char motorBank, char type, int value)"_s}));
-    QCOMPARE(ownMethods(metaObject, QMetaMethod::Slot),
-             QStringList(
-                 {u"on_btnStartInitialization_clicked()"_s, u"handleInitThreadReady()"_s,
-                  u"handleStartInitialization()"_s, u"handleRequestInitializationState()"_s,
-                  u"on_sbFullstepResolution_valueChanged(int value)"_s,
-                  u"requestedValue(char address, char motorBank, char type, int value)"_s}));
+             QStringList({u"requestValue(char address, char motorBank, char type)"_s,
+                          u"changeValue(char address, char motorBank, char type, int value)"_s}));
+    QCOMPARE(
+        ownMethods(metaObject, QMetaMethod::Slot),
+        QStringList({u"on_btnStartInitialization_clicked()"_s, u"handleInitThreadReady()"_s,
+                     u"handleStartInitialization()"_s, u"handleRequestInitializationState()"_s,
+                     u"on_sbFullstepResolution_valueChanged(int value)"_s,
+                     u"requestedValue(char address, char motorBank, char type, int value)"_s}));
 }
 
 void tst_DEncoderInitialization::form_data()
@@ -256,8 +154,8 @@ void tst_DEncoderInitialization::stateTexts_data()
     QTest::newRow("1") << 1 << u"State=1: Encoder detection still running..."_s;
     QTest::newRow("2") << 2 << u"State=2: Encoder was successfully detected."_s;
     QTest::newRow("3") << 3 << u"State=3: Encoder detection failed!"_s;
-    for (const int other : {4, 7, -1, 256, std::numeric_limits<int>::max(),
-                            std::numeric_limits<int>::min()}) {
+    for (const int other :
+         {4, 7, -1, 256, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
         QTest::addRow("%d: stays as it is", other)
             << other << u"State=1: Encoder detection still running..."_s;
     }
@@ -312,8 +210,9 @@ void tst_DEncoderInitialization::changedFullstepsAreWritten()
     QTest::keyClick(fullsteps, Qt::Key_Up);
     QTest::keySequence(fullsteps, QKeySequence::SelectAll);
     QTest::keyClicks(fullsteps, u"400"_s);
-    QCOMPARE(m_requests, QStringList({u"set 5 0 202 201"_s, u"set 5 0 202 4"_s,
-                                      u"set 5 0 202 40"_s, u"set 5 0 202 400"_s}));
+    QCOMPARE(m_requests,
+             QStringList({u"set 5 0 202 201"_s, u"set 5 0 202 4"_s, u"set 5 0 202 40"_s,
+                          u"set 5 0 202 400"_s}));
 }
 
 void tst_DEncoderInitialization::confirmedFullstepsAreNotWritten()
@@ -328,165 +227,6 @@ void tst_DEncoderInitialization::readFullstepsAreEchoedOnce()
     reply(FullstepParameter, 400);
     QCOMPARE(child<QSpinBox>("sbFullstepResolution")->value(), 400);
     QCOMPARE(m_requests, QStringList(u"set 5 0 202 400"_s));
-}
-
-void tst_DEncoderInitialization::runStartsThenAsks()
-{
-    m_state = 1;
-    start();
-    QVERIFY(areControlsDisabled());
-    QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), 4, GenerousMsecs);
-    QCOMPARE(m_requests.first(4), QStringList({u"set 5 0 132 1"_s, u"get 5 0 132"_s,
-                                               u"get 5 0 132"_s, u"get 5 0 132"_s}));
-    QCOMPARE(stateText(), u"State=1: Encoder detection still running..."_s);
-    QVERIFY(areControlsDisabled());
-    m_state = 2;
-    QTRY_VERIFY_WITH_TIMEOUT(areControlsEnabled(), GenerousMsecs);
-}
-
-void tst_DEncoderInitialization::resultAtTheFirstPollEndsTheRun_data()
-{
-    QTest::addColumn<int>("state");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("success") << 2 << u"State=2: Encoder was successfully detected."_s;
-    QTest::newRow("failure") << 3 << u"State=3: Encoder detection failed!"_s;
-}
-
-void tst_DEncoderInitialization::resultAtTheFirstPollEndsTheRun()
-{
-    QFETCH(int, state);
-    m_state = state;
-    start();
-    QTRY_VERIFY_WITH_TIMEOUT(areControlsEnabled(), GenerousMsecs);
-    QTEST(stateText(), "text");
-    // The thread asks once more before it looks at its flag.
-    QCOMPARE(m_requests,
-             QStringList({u"set 5 0 132 1"_s, u"get 5 0 132"_s, u"get 5 0 132"_s}));
-}
-
-void tst_DEncoderInitialization::otherStatesDoNotEndTheRun_data()
-{
-    QTest::addColumn<int>("state");
-    QTest::newRow("not performed") << 0;
-    QTest::newRow("running") << 1;
-    QTest::newRow("unknown") << 7;
-}
-
-void tst_DEncoderInitialization::otherStatesDoNotEndTheRun()
-{
-    QFETCH(int, state);
-    m_state = state;
-    start();
-    QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), 6, GenerousMsecs);
-    QVERIFY(areControlsDisabled());
-}
-
-void tst_DEncoderInitialization::secondRunIsNotStoppedByTheFirst()
-{
-    m_state = 2;
-    start();
-    QTRY_VERIFY_WITH_TIMEOUT(areControlsEnabled(), GenerousMsecs);
-    m_requests.clear();
-    m_state = 1;
-    start();
-    QVERIFY(areControlsDisabled());
-    QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), 5, GenerousMsecs);
-    QCOMPARE(m_requests.constFirst(), u"set 5 0 132 1"_s);
-    QVERIFY(areControlsDisabled());
-    m_state = 3;
-    QTRY_VERIFY_WITH_TIMEOUT(areControlsEnabled(), GenerousMsecs);
-}
-
-void tst_DEncoderInitialization::silenceLeavesTheText()
-{
-    reply(StateParameter, 0);
-    start();
-    QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), 4, GenerousMsecs);
-    QCOMPARE(stateText(), u"State=0: Encoder detection has not been performed."_s);
-    QVERIFY(areControlsDisabled());
-}
-
-void tst_DEncoderInitialization::runGoesOnInTheHiddenDialog_data()
-{
-    QTest::addColumn<bool>("byFrame");
-    QTest::newRow("frame") << true;
-    QTest::newRow("Escape") << false;
-}
-
-void tst_DEncoderInitialization::runGoesOnInTheHiddenDialog()
-{
-    QFETCH(bool, byFrame);
-    m_state = 1;
-    start();
-    QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), 2, GenerousMsecs);
-    if (byFrame) {
-        m_dialog->close();
-    } else {
-        QTest::keyClick(m_dialog, Qt::Key_Escape);
-    }
-    QVERIFY(!m_dialog->isVisible());
-    const auto before = m_requests.size();
-    QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), before + 2, GenerousMsecs);
-    m_state = 2;
-    QTRY_VERIFY_WITH_TIMEOUT(areControlsEnabled(), GenerousMsecs);
-}
-
-void tst_DEncoderInitialization::closeButtonAndEscapeClose_data()
-{
-    QTest::addColumn<bool>("byButton");
-    QTest::newRow("Close") << true;
-    QTest::newRow("Escape") << false;
-}
-
-void tst_DEncoderInitialization::closeButtonAndEscapeClose()
-{
-    QFETCH(bool, byButton);
-    if (byButton) {
-        QTest::mouseClick(child<QDialogButtonBox>("buttonBox")->button(QDialogButtonBox::Close),
-                          Qt::LeftButton);
-    } else {
-        QTest::keyClick(m_dialog, Qt::Key_Escape);
-    }
-    QVERIFY(!m_dialog->isVisible());
-    QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
-    QCOMPARE(m_requests, QStringList());
-}
-
-void tst_DEncoderInitialization::deletedWhileItRuns()
-{
-    m_state = 1;
-    start();
-    QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), 2, GenerousMsecs);
-    delete m_dialog;
-    const auto before = m_requests.size();
-    QCoreApplication::processEvents();
-    QCOMPARE(m_requests.size(), before);
-}
-
-void tst_DEncoderInitialization::deletesItselfWhenIdle_data()
-{
-    QTest::addColumn<bool>("running");
-    QTest::newRow("idle") << false;
-    QTest::newRow("in a run") << true;
-}
-
-void tst_DEncoderInitialization::deletesItselfWhenIdle()
-{
-    QFETCH(bool, running);
-    m_state = 1;
-    if (running) {
-        start();
-        QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), 2, GenerousMsecs);
-    }
-    m_dialog->close();
-    m_dialog->deleteWhenIdle();
-    if (running) {
-        const auto before = m_requests.size();
-        QTRY_COMPARE_GE_WITH_TIMEOUT(m_requests.size(), before + 2, GenerousMsecs);
-        QVERIFY2(m_dialog, "it lives while it asks");
-        m_state = 2;
-    }
-    QTRY_VERIFY_WITH_TIMEOUT(!m_dialog, GenerousMsecs);
 }
 
 QTEST_MAIN(tst_DEncoderInitialization)

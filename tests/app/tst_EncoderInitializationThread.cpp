@@ -48,9 +48,9 @@ void tst_EncoderInitializationThread::signalsAndSlots()
 {
     const QMetaObject &metaObject = EncoderInitializationThread::staticMetaObject;
     QCOMPARE(metaObject.superClass(), &QThread::staticMetaObject);
-    QCOMPARE(ownMethods(metaObject, QMetaMethod::Signal),
-             QStringList({u"ready()"_s, u"startInitialization()"_s,
-                          u"requestInitializationState()"_s}));
+    QCOMPARE(
+        ownMethods(metaObject, QMetaMethod::Signal),
+        QStringList({u"ready()"_s, u"startInitialization()"_s, u"requestInitializationState()"_s}));
     QCOMPARE(ownMethods(metaObject, QMetaMethod::Slot), QStringList());
 }
 

@@ -64,12 +64,12 @@ void tst_SettingsFileContent::number_data()
     QTest::newRow("empty lines") << QByteArray("\n\n[motion_settings]\n\n\nAcceleration=7\n") << 7;
 
     QTest::newRow("blanks around key and value") << inSection(" \t Acceleration \t=  7 \t ") << 7;
-    QTest::newRow("blanks in the section") << QByteArray("[ motion_settings ]\nAcceleration=7\n")
-                                           << 7;
+    QTest::newRow("blanks in the section")
+        << QByteArray("[ motion_settings ]\nAcceleration=7\n") << 7;
     QTest::newRow("text behind the section")
         << QByteArray("[motion_settings] x=1\nAcceleration=7\n") << 7;
-    QTest::newRow("section without its end") << QByteArray("[motion_settings\nAcceleration=7\n")
-                                             << 7;
+    QTest::newRow("section without its end")
+        << QByteArray("[motion_settings\nAcceleration=7\n") << 7;
     QTest::newRow("blanks inside") << inSection("Acceleration=1 2") << 0;
     QTest::newRow("quoted") << inSection("Acceleration=\"7\"") << 7;
     QTest::newRow("quoted with blanks") << inSection("Acceleration=\" 7 \"") << 7;
@@ -114,10 +114,11 @@ void tst_SettingsFileContent::number_data()
     QTest::newRow("section in two parts, twice: the later one")
         << QByteArray("[motion_settings]\nAcceleration=6\n[x]\n[motion_settings]\nAcceleration=7\n")
         << 7;
-    QTest::newRow("path in place of a section") << QByteArray("motion_settings\\Acceleration=7\n")
-                                                << 7;
+    QTest::newRow("path in place of a section")
+        << QByteArray("motion_settings/Acceleration=7\n") << 0;
+    QTest::newRow("path with a backslash") << QByteArray("motion_settings\\Acceleration=7\n") << 0;
     QTest::newRow("path in the general section")
-        << QByteArray("[General]\nmotion_settings\\Acceleration=7\n") << 7;
+        << QByteArray("[General]\nmotion_settings/Acceleration=7\n") << 0;
     QTest::newRow("escaped characters in the names")
         << QByteArray("[motion%5Fsettings]\n%41cceleration=7\n") << 7;
 }
@@ -179,8 +180,8 @@ void tst_SettingsFileContent::neighboursSurvive_data()
     QTest::newRow("line that goes on") << QByteArray("x=a\\\nAcceleration=1") << 7;
     QTest::newRow("line that goes on, returns") << QByteArray("x=a\\\r\nAcceleration=1") << 7;
     QTest::newRow("quotes that don't end swallow the rest") << QByteArray("x=\"a") << 0;
-    QTest::newRow("value of the toolkit's own types") << QByteArray("x=@Variant(\\0\\0\\0\\x2)")
-                                                      << 7;
+    QTest::newRow("value of the toolkit's own types")
+        << QByteArray("x=@Variant(\\0\\0\\0\\x2)") << 7;
     QTest::newRow("zero bytes") << QByteArray("x=\0\0\0=\0", 7) << 7;
     QTest::newRow("no UTF-8") << QByteArray("\xFF\xFE=\xC3") << 7;
 }
@@ -228,7 +229,8 @@ void tst_SettingsFileContent::hugeFileIsReadToTheLimit()
 /// The largest file, in forms that would cost a careless reader the square of its size.
 void tst_SettingsFileContent::deepNonsenseTakesNoTime()
 {
-    for (const char *piece : {"[", "=", "\"", "\\", ";", "\n", "[x]\n", "a=1\n", "%41", ";\n", " "}) {
+    for (const char *piece :
+         {"[", "=", "\"", "\\", ";", "\n", "[x]\n", "a=1\n", "%41", ";\n", " "}) {
         const QByteArray text =
             QByteArray(piece).repeated(int(SettingsFileContent::LargestSize) / int(qstrlen(piece)));
         QCOMPARE(SettingsFileContent(text).number(u"motion_settings", u"Acceleration"), 0);

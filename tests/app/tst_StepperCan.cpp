@@ -1,8 +1,12 @@
+#include "app/AllPanels.h"
+#include "app/ParameterAccess.h"
 #include "app/StepperTest.h"
 #include "app/WTraceController.h"
 #include "comm/TraceCommand.h"
 #include "support/SimulatedCanBus.h"
 #include "support/SimulatedPort.h"
+
+#include <QSignalSpy>
 
 #include <functional>
 
@@ -25,11 +29,10 @@ private slots:
     void bothTransportsGetEachCommand();
     void serialTransportComesFirst_data();
     void serialTransportComesFirst();
-    void moduleOfAnotherIdentifierIsSilentForTheFirstPassOnly();
+    void moduleOfAnotherIdentifierEndsTheFirstRead();
 
 private:
-    QStringList requests() const { return m_bus->frames().filter(u"can < "_s); }
-    void stopCanPolling();
+    QStringList requests() const { return requestsOf(*m_bus); }
 
     std::unique_ptr<SimulatedCanBus> m_bus;
 };
@@ -46,19 +49,12 @@ void tst_StepperCan::cleanup()
     m_bus.reset();
 }
 
-void tst_StepperCan::stopCanPolling()
-{
-    QTRY_COMPARE_GE(requests().size(), 7);
-    child<QPushButton>("btnStop", "wTraceController")->click();
-    QCoreApplication::processEvents();
-    m_bus->clear();
-}
-
 void tst_StepperCan::connectUsesTheSendIdentifierAndTheBitRate()
 {
     connectOverCan(500, 5, 2);
     QVERIFY(moduleTabsAreEnabled());
     QCOMPARE(child<QTabWidget>("tabWidget")->currentIndex(), 1);
+    m_bus->clear(); // of what the connect has read
     QTRY_COMPARE_GE(requests().size(), 7);
     QCOMPARE(
         requests().first(7),
@@ -72,7 +68,7 @@ void tst_StepperCan::connectUsesTheSendIdentifierAndTheBitRate()
 void tst_StepperCan::directCommandGoesOverCanAlone()
 {
     connectOverCan(500, 5, 2);
-    stopCanPolling();
+    stopPolling(*m_bus);
     sendDirectCommand(u"6 - GAP"_s, 4);
     QCOMPARE(requests(), QStringList(u"can < 005 [8] 06 04 00 00 00 00 00 03"_s));
     QCOMPARE(child<QSpinBox>("sbReplyAddress")->value(), 5);
@@ -83,7 +79,7 @@ void tst_StepperCan::directCommandGoesOverCanAlone()
 void tst_StepperCan::silentModuleClosesTheChannel()
 {
     connectOverCan(500, 5, 2);
-    stopCanPolling();
+    stopPolling(*m_bus);
     QVERIFY(m_bus->fault(u"silence"_s));
     m_log->clear();
     sendDirectCommand(u"6 - GAP"_s, 4);
@@ -126,11 +122,9 @@ void tst_StepperCan::bothTransportsGetEachCommand()
 {
     SimulatedPort serialModule({.address = 5});
     connectOverSerial(serialModule.portName(), 9600, 5);
-    stopPolling(serialModule);
-    child<QTabWidget>("tabWidget")->setCurrentIndex(0);
     connectOverCan(500, 5, 2);
-    QVERIFY(m_bus->frames().isEmpty());
-    child<QPushButton>("btnStop", "wTraceController")->click();
+    stopPolling(*m_bus);
+    serialModule.clearWireLog();
 
     m_stepper->handleTargetPositionChange(5, 0, 0, 256);
     QCOMPARE(serialModule.requests(), QStringList(u"05 04 00 00 00 00 01 00 0A"_s));
@@ -151,6 +145,18 @@ void tst_StepperCan::serialTransportComesFirst_data()
         trace->requestTraceValues();
         trace->clearTraceCommands();
     });
+    row("read by a panel", [this] {
+        emit child<WFieldWeakeningSettings>("wFieldWeakeningSettings")->requestValue(5, 0, 1);
+    });
+    row("write by a panel", [this] {
+        emit child<WFieldWeakeningSettings>("wFieldWeakeningSettings")->changeValue(5, 0, 1, 0);
+    });
+    row("rotation by a panel", [this] {
+        emit child<WVelocityControl>("wVelocityControl")->doROX(5, 0, 3, 0);
+    });
+    row("move by a panel", [this] {
+        emit child<WJogPositionControl>("wJogPositionControl")->doMove(5, 0, 4, 1, 0);
+    });
     row("direct command", [this] { sendDirectCommand(u"6 - GAP"_s, 1); });
     row("motion", [this] { m_stepper->handleTargetPositionChange(5, 0, 0, 256); });
 }
@@ -162,9 +168,8 @@ void tst_StepperCan::serialTransportComesFirst()
     QFETCH(std::function<void()>, action);
     SimulatedPort serialModule({.address = 5});
     connectOverSerial(serialModule.portName(), 9600, 5);
-    stopPolling(serialModule);
     connectOverCan(500, 5, 2);
-    stopCanPolling();
+    stopPolling(*m_bus);
     serialModule.clearWireLog();
     QVERIFY(serialModule.fault(u"silence"_s));
     QVERIFY(m_bus->fault(u"silence"_s));
@@ -180,13 +185,19 @@ void tst_StepperCan::serialTransportComesFirst()
     QCOMPARE(requests().size(), 1);
 }
 
-void tst_StepperCan::moduleOfAnotherIdentifierIsSilentForTheFirstPassOnly()
+/// The panel is ready again, the tabs stay disabled, and nothing is polled.
+void tst_StepperCan::moduleOfAnotherIdentifierEndsTheFirstRead()
 {
-    connectOverCan(500, 6, 2);
+    const QSignalSpy starts(child<WTraceController>("wTraceController"), &WTraceController::start);
     m_log->clear();
-    QTRY_VERIFY_WITH_TIMEOUT(isReady("wCANKvaserConnection"), 30000);
-    // The first time-out closes the channel; the rest of the pass ends at once.
+    connectOverCan(500, 6, 2);
+    QVERIFY(isReady("wCANKvaserConnection"));
+    QVERIFY(moduleTabsAreDisabled());
+    QCOMPARE(child<QTabWidget>("tabWidget")->currentIndex(), 0);
+    QCOMPARE(starts.size(), 0);
+    // The first time-out closes the channel; what the panel asks for behind it ends at once.
     QCOMPARE(m_log->lines().filter(u"communicationTimeouted!"_s).size(), 1);
+    QCOMPARE(requests(), QStringList(ParameterAccess::read(131).onBus(6)));
 }
 
 QTEST_MAIN(tst_StepperCan)

@@ -67,8 +67,9 @@ void tst_StepperCommands::motionSlotsSendTheirCommands_data()
         << QStringList({u"01 04 00 00 00 00 01 00 06"_s}) << QStringList();
     QTest::newRow("closed loop")
         << Action([](Stepper &stepper) { stepper.handleSelectedTypeChanged(1); })
-        // The reply chooses the item in the box, which writes it once more.
-        << QStringList({u"01 05 81 00 00 00 00 01 88"_s, u"01 05 81 00 00 00 00 01 88"_s})
+        // The reply chooses the item in both boxes, each of which writes it once more.
+        << QStringList({u"01 05 81 00 00 00 00 01 88"_s, u"01 05 81 00 00 00 00 01 88"_s,
+                        u"01 05 81 00 00 00 00 01 88"_s})
         << QStringList();
     QTest::newRow("relative position")
         << Action([](Stepper &stepper) { stepper.handleTargetPositionChange(1, 0, 1, -1); })
@@ -121,7 +122,11 @@ void tst_StepperCommands::loopModeChosenByTheUserIsWritten()
     loopMode->setFocus();
     QTest::keyClick(loopMode, Qt::Key_Down);
     QCOMPARE(loopMode->currentText(), u"1 : Closed loop"_s);
-    QCOMPARE(module.requests(), QStringList({u"01 05 81 00 00 00 00 01 88"_s}));
+    // The other box for the loop mode follows the reply and writes it, too. There it ends.
+    QCOMPARE(child<QComboBox>("cmbLoopMode", "wModuleSettings")->currentText(),
+             u"1 : Closed loop"_s);
+    QCOMPARE(module.requests(),
+             QStringList({u"01 05 81 00 00 00 00 01 88"_s, u"01 05 81 00 00 00 00 01 88"_s}));
 }
 
 void tst_StepperCommands::wheelOverAControlWithoutTheFocusSendsNothing()
@@ -145,7 +150,9 @@ void tst_StepperCommands::loopModeOfTheModuleIsShownAndEchoed()
     // Neither the address nor the bank counts.
     m_stepper->requestedValue(99, 3, asByte(129), 1);
     QCOMPARE(child<QComboBox>("cmbLoopMode", "quickstartTab")->currentIndex(), 1);
-    QCOMPARE(module.requests(), QStringList({u"01 05 81 00 00 00 00 01 88"_s}));
+    // The echo, and that of the other box, which the reply has reached.
+    QCOMPARE(module.requests(),
+             QStringList({u"01 05 81 00 00 00 00 01 88"_s, u"01 05 81 00 00 00 00 01 88"_s}));
 
     module.clearWireLog();
     m_stepper->requestedValue(1, 0, asByte(129), 1);
@@ -180,8 +187,8 @@ void tst_StepperCommands::loopModeTextWithoutANumberIsZero_data()
     QTest::addColumn<QStringList>("requests");
     const QStringList zero = {u"01 05 81 00 00 00 00 00 87"_s};
     const QStringList one = {u"01 05 81 00 00 00 00 01 88"_s};
-    // The reply chooses the item of that number, which writes it once more.
-    QTest::newRow("number") << u"1 : x"_s << one + one;
+    // The reply chooses the item of that number in both boxes, each of which writes it once more.
+    QTest::newRow("number") << u"1 : x"_s << one + one + one;
     QTest::newRow("no separator") << u"1: x"_s << zero;
     QTest::newRow("not a number") << u"one : x"_s << zero;
     QTest::newRow("empty") << QString() << zero;

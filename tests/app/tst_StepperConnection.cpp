@@ -21,7 +21,8 @@ private slots:
     void unansweredDirectCommandKeepsTheReplyRow_data();
     void unansweredDirectCommandKeepsTheReplyRow();
     void serialConnectSetsAddressAndBaudRate();
-    void serialModuleAtAnotherBaudRateIsSilent();
+    void silentModuleEndsTheFirstRead_data();
+    void silentModuleEndsTheFirstRead();
     void emptyPortNeverReachesTheHandler_data();
     void emptyPortNeverReachesTheHandler();
     void failedOpenPutsThePanelBackToReady_data();
@@ -135,13 +136,33 @@ void tst_StepperConnection::serialConnectSetsAddressAndBaudRate()
     QCOMPARE(child<QSpinBox>("sbReplyType")->value(), 100);
 }
 
-void tst_StepperConnection::serialModuleAtAnotherBaudRateIsSilent()
+void tst_StepperConnection::silentModuleEndsTheFirstRead_data()
 {
-    const SimulatedPort module({.address = 7}, 14400);
-    connectOverSerial(module.portName(), 9600, 7);
-    sendDirectCommand(u"6 - GAP"_s, 1);
-    QCOMPARE(child<QSpinBox>("sbReplyType")->value(), 0);
+    QTest::addColumn<QString>("reason");
+    for (const char *reason : {"silence", "baud rate", "address"}) {
+        QTest::newRow(reason) << QString::fromLatin1(reason);
+    }
+}
+
+/// A port with nothing behind it that answers: both values of the first panel are waited for in
+/// vain, then the panel is ready again and the tabs stay disabled.
+void tst_StepperConnection::silentModuleEndsTheFirstRead()
+{
+    QFETCH(QString, reason);
+    SimulatedPort module({.address = 7}, 14400);
+    const QSignalSpy starts(child<WTraceController>("wTraceController"), &WTraceController::start);
+    if (reason == "silence"_L1) {
+        QVERIFY(module.fault(u"silence"_s));
+    }
+    m_log->clear();
+    connectOverSerial(module.portName(), reason == "baud rate"_L1 ? 9600 : 14400,
+                      reason == "address"_L1 ? 8 : 7);
+    QCOMPARE(m_log->lines().filter(u"communicationTimeouted!"_s).size(), 2);
     QVERIFY(isReady("wSerialConnection"));
+    QVERIFY(isReady("wUsbConnection"));
+    QVERIFY(moduleTabsAreDisabled());
+    QCOMPARE(child<QTabWidget>("tabWidget")->currentIndex(), 0);
+    QCOMPARE(starts.size(), 0);
 }
 
 void tst_StepperConnection::emptyPortNeverReachesTheHandler_data()
@@ -253,9 +274,13 @@ void tst_StepperConnection::pulledOutPortIsNoticedByTheNextCommand()
 {
     SimulatedPort module;
     connectOverUsb(module.portName());
+    const QSignalSpy stops(child<WTraceController>("wTraceController"), &WTraceController::stop);
     module.pullOut();
     sendDirectCommand(u"6 - GAP"_s, 1);
     QVERIFY(isReady("wUsbConnection"));
+    QVERIFY(isReady("wSerialConnection"));
+    QVERIFY(moduleTabsAreEnabled());
+    QCOMPARE(stops.size(), 1);
     child<QTabWidget>("tabWidget")->setCurrentIndex(0);
     click("wUsbConnection", "btnConnect"); // closes
     click("wUsbConnection", "btnConnect"); // and the port isn't there any more
@@ -278,7 +303,8 @@ void tst_StepperConnection::addressesAbove127AreTheSameByte()
     connectOverSerial(module.portName(), 9600, 200);
     stopPolling(module);
     m_stepper->handleSelectedTypeChanged(1);
-    QCOMPARE(module.requests().constFirst(), u"C8 05 81 00 00 00 00 01 4F"_s);
+    // By the slot, and by both boxes that the reply has reached.
+    QCOMPARE(module.requests(), QStringList(3, u"C8 05 81 00 00 00 00 01 4F"_s));
     // The panel of direct commands widens the signed byte, and its field ends at 0.
     QCOMPARE(child<QSpinBox>("sbRequestAddress")->value(), 0);
 }
@@ -299,6 +325,7 @@ void tst_StepperConnection::pollingFollowsTheConnection()
 {
     SimulatedPort module({.address = 7});
     connectOverSerial(module.portName(), 9600, 7);
+    module.clearWireLog(); // of what the connect has read
     const QStringList pass = {
         u"07 06 12 00 00 00 00 00 1F"_s, u"07 06 96 00 00 00 00 00 A3"_s,
         u"07 06 97 00 00 00 00 00 A4"_s, u"07 06 98 00 00 00 00 00 A5"_s,
@@ -322,6 +349,7 @@ void tst_StepperConnection::silentModuleCostsOneTimeOutAnEntryThenCalm()
 {
     SimulatedPort module;
     connectOverUsb(module.portName());
+    module.clearWireLog(); // of what the connect has read
     QTRY_VERIFY(!module.requests().isEmpty());
     QVERIFY(module.fault(u"silence"_s));
     m_log->clear();

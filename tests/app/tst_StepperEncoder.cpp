@@ -105,7 +105,7 @@ void tst_StepperEncoder::openDialog(const char *button, const std::function<void
     });
     waiting.start(5);
     auto *tabs = child<QTabWidget>("tabWidget");
-    tabs->setCurrentIndex(button == "btnInitEncoder2"_L1 ? 1 : 4);
+    tabs->setCurrentIndex(qstrcmp(button, "btnInitEncoder2") == 0 ? 1 : 4);
     QTest::mouseClick(child<QPushButton>(button), Qt::LeftButton);
     QVERIFY(!waiting.isActive());
 }
@@ -117,8 +117,8 @@ void tst_StepperEncoder::clickStart()
 
 void tst_StepperEncoder::clickClose()
 {
-    QTest::mouseClick(
-        inDialog<QDialogButtonBox>("buttonBox")->button(QDialogButtonBox::Close), Qt::LeftButton);
+    QTest::mouseClick(inDialog<QDialogButtonBox>("buttonBox")->button(QDialogButtonBox::Close),
+                      Qt::LeftButton);
 }
 
 bool tst_StepperEncoder::areControlsEnabled() const
@@ -154,9 +154,10 @@ void tst_StepperEncoder::opensWithThePanelsValuesApplied()
         QCOMPARE(m_dialog->address(), char(1));
         clickClose();
     });
-    QCOMPARE(opening, QStringList({u"01 05 D2 00 00 00 0F A0 87"_s, // the panel's values
-                                   u"01 05 CA 00 00 00 00 C8 98"_s, u"01 05 70 00 00 00 00 00 76"_s,
-                                   ReadState, ReadFullsteps}));
+    QCOMPARE(opening,
+             QStringList({u"01 05 D2 00 00 00 0F A0 87"_s, // the panel's values
+                          u"01 05 CA 00 00 00 00 C8 98"_s, u"01 05 70 00 00 00 00 00 76"_s,
+                          ReadState, ReadFullsteps}));
     // And what the detection may have changed.
     QCOMPARE(m_module->requests(),
              QStringList({u"01 06 D1 00 00 00 00 00 D8"_s, u"01 06 D2 00 00 00 00 00 D9"_s,
@@ -237,8 +238,6 @@ void tst_StepperEncoder::detectionOverBothTransports()
     SimulatedCanBus bus;
     child<QTabWidget>("tabWidget")->setCurrentIndex(0);
     connectOverCan(1000, 1, 2);
-    child<QPushButton>("btnStop", "wTraceController")->click();
-    QCoreApplication::processEvents();
     m_module->module().chooseEncoder(EncoderFate::Found, 300ms);
     bus.module().chooseEncoder(EncoderFate::Found, 300ms);
     openDialog("btnInitEncoder", [&] {

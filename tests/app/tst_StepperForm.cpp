@@ -15,8 +15,9 @@ private slots:
     void formHasItsConnectionPages_data();
     void formHasItsConnectionPages();
     void formHasItsTitlesAndSize();
-    void canOffersSevenBitRates();
-    void loopModeHasItsItems();
+    void tabsHoldTheirPanels_data();
+    void tabsHoldTheirPanels();
+    void statesStandBesideTheTabsAndTheChartsBelow();
     void startsWithNothingButTheConnectionTab();
 };
 
@@ -40,12 +41,16 @@ void tst_StepperForm::slotsStandInOrder()
             u"handleActualPositionChange(char address, char motorBank, int value)"_s,
             u"handleTargetTorqueChange(char address, char motorBank, int value)"_s,
             u"handleSelectedTypeChanged(int type)"_s,
+            u"handleMaxCurrentChanged(int value)"_s,
+            u"handleMotorControlModeChanged(int mode)"_s,
             u"exportSettings()"_s,
             u"importSettings()"_s,
             u"exportSettingsToZDRL()"_s,
             u"requestedValue(char address, char motorBank, char type, int value)"_s,
             u"actualLoopModeChanged(QString value)"_s,
             u"updateTraceValues()"_s,
+            u"handleBtnEncoderClicked()"_s,
+            u"handleMotorHalted(bool halted)"_s,
         }));
 }
 
@@ -119,31 +124,88 @@ void tst_StepperForm::formHasItsTitlesAndSize()
     QVERIFY(!stepper.parent());
 }
 
-void tst_StepperForm::canOffersSevenBitRates()
+void tst_StepperForm::tabsHoldTheirPanels_data()
 {
-    const auto *bitrates = child<QComboBox>("cmbBitrate");
-    QStringList items;
-    for (int i = 0; i < bitrates->count(); ++i) {
-        items.append(bitrates->itemText(i));
-    }
-    QCOMPARE(items,
-             QStringList({u"1000"_s, u"500"_s, u"250"_s, u"125"_s, u"100"_s, u"50"_s, u"10"_s}));
-    QCOMPARE(bitrates->currentIndex(), 0);
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("object");
+    QTest::addColumn<QString>("className");
+    const auto row = [](const char *page, const char *object, const char *className) {
+        QTest::newRow(object) << QString::fromLatin1(page) << QString::fromLatin1(object)
+                              << QString::fromLatin1(className);
+    };
+    row("connectionTab", "twConnections", "QTabWidget");
+    row("connectionTab", "wTraceController", "WTraceController");
+    row("quickstartTab", "wJogVelocityControl", "WJogVelocityControl");
+    row("quickstartTab", "wJogPositionControl", "WJogPositionControl");
+    row("quickstartTab", "wJogTorqueControl", "WJogTorqueControl");
+    row("quickstartTab", "cmbLoopMode", "QComboBox");
+    row("quickstartTab", "btnInitEncoder2", "QPushButton");
+    row("settingsTab", "wModuleSettings", "WClosedLoopSettings");
+    row("settingsTab", "wOpenLoopSettings", "WOpenLoopSettings");
+    row("settingsTab", "wChopperSettings", "WChopperSettings");
+    row("closedLoopTab", "wPositionMaintenanceSettings", "WPositionMaintenanceSettings");
+    row("closedLoopTab", "wScalerSettings", "WCurrentScalerSettings");
+    row("closedLoopTab", "wFieldWeakeningSettings", "WFieldWeakeningSettings");
+    row("encoderTab", "wEncoderSettings", "WStepperEncoderSettings");
+    row("encoderTab", "btnInitEncoder", "QPushButton");
+    row("torqueTab", "wTorqueControl", "WCurrentControl");
+    row("torqueTab", "wActualStepperCurrents", "WActualStepperCurrents");
+    row("velocityTab", "wVelocityRampControl1", "WStepperVelocityRampControl");
+    row("velocityTab", "wVelocityControl", "WVelocityControl");
+    row("velocityTab", "wCorrectionSettings1", "CorrectionSettings");
+    row("positioningTab", "wVelocityRampControl2", "WStepperVelocityRampControl");
+    row("positioningTab", "wPositionControl", "WPositionControl");
+    row("positioningTab", "wCorrectionSettings2", "CorrectionSettings");
+    row("zdrlTab", "wDirectMode", "WDirectMode");
+    row("Stepper", "tabWidget", "QTabWidget");
+    row("Stepper", "wStates", "WStepperStatusFlags");
+    row("Stepper", "velocityDrawer", "WSimpleScaledDrawer");
+    row("Stepper", "positionDrawer", "WSimpleScaledDrawer");
+    row("Stepper", "torqueDrawer", "WSimpleScaledDrawer");
 }
 
-void tst_StepperForm::loopModeHasItsItems()
+void tst_StepperForm::tabsHoldTheirPanels()
 {
-    const auto *loopMode = child<QComboBox>("cmbLoopMode", "quickstartTab");
-    QCOMPARE(loopMode->count(), 2);
-    QCOMPARE(loopMode->itemText(0), u"0 : Open loop"_s);
-    QCOMPARE(loopMode->itemText(1), u"1 : Closed loop"_s);
-    QCOMPARE(loopMode->toolTip(), u"AP: 129"_s);
+    QFETCH(QString, page);
+    QFETCH(QString, object);
+    QFETCH(QString, className);
+    const QWidget *holder =
+        page == "Stepper"_L1 ? m_stepper.get() : child<QWidget>(qPrintable(page));
+    const auto *widget = holder->findChild<QWidget *>(object, Qt::FindDirectChildrenOnly);
+    QVERIFY(widget);
+    QCOMPARE(QString::fromLatin1(widget->metaObject()->className()), className);
+}
+
+void tst_StepperForm::statesStandBesideTheTabsAndTheChartsBelow()
+{
+    const auto *tabs = child<QWidget>("tabWidget");
+    const auto *states = child<QWidget>("wStates");
+    for (int index = 0; index < child<QTabWidget>("tabWidget")->count(); ++index) {
+        child<QTabWidget>("tabWidget")->setCurrentIndex(index);
+        QVERIFY(states->isVisible());
+    }
+    QCOMPARE_GE(states->x(), tabs->geometry().right());
+    m_stepper->showVelocityDrawer(true);
+    m_stepper->showPositionDrawer(true);
+    m_stepper->showTorqueDrawer(true);
+    const QWidget *above = tabs;
+    for (const char *name : {"velocityDrawer", "positionDrawer", "torqueDrawer"}) {
+        const auto *drawer = child<QWidget>(name);
+        QTRY_COMPARE_GE(drawer->y(), above->geometry().bottom());
+        above = drawer;
+    }
 }
 
 void tst_StepperForm::startsWithNothingButTheConnectionTab()
 {
     QVERIFY(child<QTabWidget>("tabWidget")->isTabEnabled(0));
     QVERIFY(moduleTabsAreDisabled());
+    for (const char *name : {"velocityDrawer", "positionDrawer", "torqueDrawer", "wStates"}) {
+        QVERIFY2(!child<QWidget>(name)->isEnabled(), name);
+    }
+    // So an encoder can't be looked for without a module.
+    QVERIFY(!child<QPushButton>("btnInitEncoder")->isEnabled());
+    QVERIFY(!child<QPushButton>("btnInitEncoder2")->isEnabled());
     QCOMPARE(child<QSpinBox>("sbRequestAddress")->value(), 1);
 }
 
