@@ -70,7 +70,8 @@ endfunction()
 
 # zdr_add_test(tst_Request SOURCES ... LIBRARIES ... [LAUNCHER ...] [LABELS ...] [THREADED])
 # A Qt Test program named as the class that it tests. SOURCES default to tst_Request.cpp.
-# LAUNCHER is a command put before the program. THREADED tests run under ThreadSanitizer, too.
+# LAUNCHER is a command put before the program; ZDR_TEST_EMULATOR is another, for programs of another
+# system than the one that builds them. THREADED tests run under ThreadSanitizer, too.
 function(zdr_add_test TARGET)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "THREADED" "" "SOURCES;LIBRARIES;LAUNCHER;LABELS")
     if(NOT ARG_SOURCES)
@@ -83,6 +84,9 @@ function(zdr_add_test TARGET)
     if(ARG_THREADED)
         list(APPEND ARG_LABELS threaded)
         add_dependencies(threaded_tests ${TARGET})
+    endif()
+    if(CMAKE_CROSSCOMPILING)
+        list(PREPEND ARG_LAUNCHER "${ZDR_TEST_EMULATOR}")
     endif()
     add_test(NAME ${TARGET} COMMAND ${ARG_LAUNCHER} $<TARGET_FILE:${TARGET}>)
     set_tests_properties(${TARGET} PROPERTIES

@@ -6,7 +6,7 @@
 namespace ReplyPolling {
 
 constexpr int Attempts = 51;
-constexpr unsigned long IntervalUsecs = 10000;
+constexpr unsigned long IntervalMsecs = 10; // in usecs, Windows would round up to 11 ms
 
 /// Blocks the thread until @p readOne gives something that isn't null, which is returned at once,
 /// or until the sleep after the last attempt, which gives null.
@@ -17,7 +17,7 @@ auto firstReply(ReadOne readOne) -> decltype(readOne())
         if (auto *reply = readOne()) {
             return reply;
         }
-        QThread::usleep(IntervalUsecs);
+        QThread::msleep(IntervalMsecs);
     }
     return nullptr;
 }

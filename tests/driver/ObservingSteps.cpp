@@ -76,6 +76,15 @@ Plan gone(const QStringList &arguments)
     return plan.attempt(isGone, waitTime(arguments.value(1)));
 }
 
+Plan await(const QStringList &arguments)
+{
+    Plan plan;
+    const auto isThere = [file = arguments[0]] {
+        return QFileInfo::exists(file) ? Progress::done() : Progress::notYet(u"isn't there"_s);
+    };
+    return plan.attempt(isThere, waitTime(arguments.value(1)));
+}
+
 Plan screenshot(const QStringList &arguments)
 {
     const QString file = arguments.last();

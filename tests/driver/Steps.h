@@ -35,6 +35,7 @@ Plan key(const QStringList &arguments);
 Plan wait(const QStringList &arguments);
 Plan expect(const QStringList &arguments);
 Plan gone(const QStringList &arguments);
+Plan await(const QStringList &arguments);
 Plan screenshot(const QStringList &arguments);
 Plan print(const QStringList &arguments);
 Plan sleep(const QStringList &arguments);

@@ -67,6 +67,7 @@ constexpr Failure failures[] = {
     {"expected number", "expect tabs count < 3", "FAIL 1 expect tabs count < 3: count is \"17\""},
     {"expectation of a missing property", "expect lblEvent items == 1",
      "FAIL 1 *: a QLabel has no property \"items\" that can be compared"},
+    {"no file", "await /nowhere/file 0.1", "FAIL 1 await *: isn't there, after 0.1 s"},
     {"stays", "gone btnStart 0.1", "FAIL 1 gone btnStart 0.1: is still there, after 0.1 s"},
 
     // Buttons, dials, sliders
@@ -162,6 +163,7 @@ private slots:
     void unusableProgram_data();
     void unusableProgram();
     void missingScript();
+    void awaitsAFile();
     void endOfScript();
     void help();
 
@@ -328,6 +330,19 @@ void tst_Driver::missingScript()
     start(u"/nowhere/script.steps"_s);
     QCOMPARE(finish(), QStringList{u"FAIL 0 /nowhere/script.steps: the script can't be read"_s});
     QCOMPARE(m_program.exitCode(), failureCode);
+}
+
+// What the script prints makes another program do something, which answers by a file.
+void tst_Driver::awaitsAFile()
+{
+    start(write("print one\nawait \"${DRIVER_TEST_FOLDER}/answer\" 60\nquit\n"));
+    QByteArray printed;
+    QTRY_VERIFY_WITH_TIMEOUT((printed += m_program.readAllStandardOutput()).endsWith("one\n"),
+                             endLimit);
+    QFile answer(m_folder->filePath(u"answer"_s));
+    QVERIFY(answer.open(QIODevice::WriteOnly));
+    QCOMPARE(finish().value(0).section(u' ', 0, 4), u"ok   2 await"_s);
+    QCOMPARE(m_program.exitCode(), 0);
 }
 
 // After the last step the program belongs to its user again.

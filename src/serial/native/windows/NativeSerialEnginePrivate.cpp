@@ -1,0 +1,159 @@
+#include "NativeSerialEnginePrivate.h"
+
+#include "DcbSettings.h"
+#include "PortPath.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How long one block may take.
+constexpr DWORD TransferLimit = 5000; // ms
+/// The gap between two characters that ends a read. It is this number as such, and not the one of
+/// all ones, which would let every read answer at once.
+constexpr DWORD ReadInterval = 65535; // ms
+
+DWORD accessFor(QIODevice::OpenMode mode)
+{
+    return (mode.testFlag(QIODevice::ReadOnly) ? GENERIC_READ : 0)
+        | (mode.testFlag(QIODevice::WriteOnly) ? GENERIC_WRITE : 0);
+}
+
+} // namespace
+
+NativeSerialEnginePrivate::NativeSerialEnginePrivate()
+{
+    deviceName = u"COM1"_s;
+    m_line.DCBlength = sizeof m_line;
+    m_foundLine.DCBlength = sizeof m_foundLine;
+}
+
+bool NativeSerialEnginePrivate::openPort(QIODevice::OpenMode mode)
+{
+    constexpr DWORD NoSharing = 0;
+    const HANDLE opened = CreateFileW(portPath(deviceName).c_str(), accessFor(mode), NoSharing,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
+    descriptor = reinterpret_cast<qintptr>(opened);
+    return isOpen();
+}
+
+bool NativeSerialEnginePrivate::takeOver(QIODevice::OpenMode mode)
+{
+    if (!GetCommState(port(), &m_foundLine) || !GetCommTimeouts(port(), &m_foundTimeouts)) {
+        return false;
+    }
+    m_line = m_foundLine;
+    m_timeouts = m_foundTimeouts;
+    oldSettingsSaved = true;
+
+    DcbSettings::makeTransparent(m_line);
+    settings = DcbSettings::load(m_line);
+    if (!applySettings()) {
+        return false;
+    }
+    m_timeouts = COMMTIMEOUTS{};
+    m_timeouts.ReadIntervalTimeout = ReadInterval;
+    if (!SetCommTimeouts(port(), &m_timeouts)) {
+        return false;
+    }
+    readTotalTimeout = 0;
+    autoReadTotalTimeout = false;
+    readBackSettings();
+    return createEvents(mode);
+}
+
+// The line settings are read over the ones found on opening, and not given back, as the only things
+// that aren't. That is by design: the next program finds the line as the module was last spoken to.
+void NativeSerialEnginePrivate::restoreTimeouts()
+{
+    if (std::exchange(oldSettingsSaved, false)) {
+        GetCommState(port(), &m_foundLine);
+        SetCommTimeouts(port(), &m_foundTimeouts);
+    }
+}
+
+bool NativeSerialEnginePrivate::closePort()
+{
+    OverlappedRecord *const records[] = {&m_readRecord, &m_writeRecord, &waitRecord};
+    CancelIo(port());
+    for (const OverlappedRecord *record : records) {
+        record->settle();
+    }
+    CloseHandle(port());
+    descriptor = InvalidDescriptor;
+    bool closed = true;
+    for (OverlappedRecord *record : records) {
+        closed = record->close() && closed;
+    }
+    return closed;
+}
+
+qint64 NativeSerialEnginePrivate::readBlock(char *data, qint64 size)
+{
+    if (!m_readRecord.hasEvent()) {
+        return -1;
+    }
+    const auto asked = static_cast<DWORD>(std::min(size, ReadBlockSize));
+    const BOOL atOnce =
+        ReadFile(port(), m_readBlock.data(), asked, nullptr, m_readRecord.begin());
+    const qint64 count = finish(m_readRecord, atOnce);
+    if (count > 0) {
+        std::copy_n(m_readBlock.cbegin(), std::min<qint64>(count, asked), data);
+    }
+    return count;
+}
+
+qint64 NativeSerialEnginePrivate::writeBlock(const char *data, qint64 size)
+{
+    if (!m_writeRecord.hasEvent()) {
+        return -1;
+    }
+    const auto asked = static_cast<DWORD>(std::min(size, WriteBlockSize));
+    std::copy_n(data, asked, m_writeBlock.begin());
+    const BOOL atOnce =
+        WriteFile(port(), m_writeBlock.data(), asked, nullptr, m_writeRecord.begin());
+    return finish(m_writeRecord, atOnce);
+}
+
+std::optional<DWORD> NativeSerialEnginePrivate::waitForEvent(DWORD msecs)
+{
+    m_waitedEvents = 0;
+    if (!WaitCommEvent(port(), &m_waitedEvents, waitRecord.begin())
+        && (GetLastError() != ERROR_IO_PENDING || !waitRecord.waitForEnd(msecs)
+            || !waitRecord.byteCount(port()))) {
+        return std::nullopt;
+    }
+    return m_waitedEvents;
+}
+
+bool NativeSerialEnginePrivate::applySettings()
+{
+    DcbSettings::store(settings, m_line);
+    return SetCommState(port(), &m_line);
+}
+
+void NativeSerialEnginePrivate::applyTimeouts()
+{
+    m_timeouts.ReadTotalTimeoutConstant = static_cast<DWORD>(readTotalTimeout);
+    SetCommTimeouts(port(), &m_timeouts);
+}
+
+bool NativeSerialEnginePrivate::createEvents(QIODevice::OpenMode mode)
+{
+    return (!mode.testFlag(QIODevice::ReadOnly) || m_readRecord.createEvent())
+        && (!mode.testFlag(QIODevice::WriteOnly) || m_writeRecord.createEvent())
+        && waitRecord.createEvent();
+}
+
+/// The byte count of a transfer that was started on @p record and, with @p atOnce, has ended.
+qint64 NativeSerialEnginePrivate::finish(OverlappedRecord &record, BOOL atOnce) const
+{
+    if (!atOnce && (GetLastError() != ERROR_IO_PENDING || !record.waitForEnd(TransferLimit))) {
+        return -1;
+    }
+    const std::optional<DWORD> count = record.byteCount(port());
+    return count ? static_cast<qint64>(*count) : -1;
+}

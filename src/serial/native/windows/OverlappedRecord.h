@@ -1,0 +1,41 @@
+#pragma once
+
+#include "EventHandle.h"
+
+#include <qt_windows.h>
+
+#include <optional>
+
+/// The record of an overlapped operation, with an event of its own that tells of the end.
+///
+/// Windows writes into the record until the operation has ended, so a record has to outlive it.
+class OverlappedRecord
+{
+public:
+    /// Makes the event. False, if Windows gave none.
+    bool createEvent() { return m_event.create(); }
+    /// Closes the event. True as well if there is none.
+    bool close();
+    bool hasEvent() const { return m_event.isValid(); }
+    /// Null if there is none.
+    HANDLE event() const { return m_event.get(); }
+
+    /// Clears the record, with the event not signalled, for an operation that gets the answer.
+    /// Without that an earlier operation that ended at once would seem to be the end of this one.
+    OVERLAPPED *begin();
+    /// Forgets an operation that could not be started.
+    void abandon();
+    /// Waits for the end of an operation that was cancelled, which is there at once, with a driver
+    /// that is none of the quickest a moment later.
+    void settle() const;
+    /// Whether an operation is under way.
+    bool isPending() const;
+    /// Waits at most @p msecs for the end. False if it didn't come.
+    bool waitForEnd(DWORD msecs) const;
+    /// How many bytes the operation on @p port moved; nothing if it failed or hasn't ended.
+    std::optional<DWORD> byteCount(HANDLE port);
+
+private:
+    EventHandle m_event;
+    OVERLAPPED m_record{};
+};
