@@ -149,9 +149,9 @@ std::string contradiction(const Options &options)
     if (options.help) {
         return {};
     }
-    const int modes = int{options.pty} + int{options.plugged} + int{!options.linePath.empty()}
-        + int{!options.canInterface.empty()};
-    if (modes != 1) {
+    const std::array modes{options.pty, options.plugged, !options.linePath.empty(),
+                           !options.canInterface.empty()};
+    if (std::count(modes.begin(), modes.end(), true) != 1) {
         return "one of --pty, --plugged, --line and --can-interface is needed";
     }
     if (options.plugged && options.command.empty()) {

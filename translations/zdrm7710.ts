@@ -1123,10 +1123,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Target position</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Actual</source>
         <translation type="unfinished"></translation>
     </message>
@@ -1158,15 +1154,15 @@
         <source>Stop</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Target position dial</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>WJogTorqueControl</name>
     <message>
         <source>Motor 0</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Target current</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1193,6 +1189,10 @@
         <source>Stop</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Target current dial</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>WJogVelocityControl</name>
@@ -1202,10 +1202,6 @@
     </message>
     <message>
         <source>Velocity</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Target velocity</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1254,6 +1250,14 @@
     </message>
     <message>
         <source>Turn right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Target velocity dial</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Acceleration dial</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

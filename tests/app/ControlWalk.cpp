@@ -16,6 +16,8 @@
 #include <QTest>
 #include <QTextEdit>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString withoutMnemonic(QString text)

@@ -23,6 +23,7 @@ private slots:
     void cleanup();
     void connectUsesTheSendIdentifierAndTheBitRate();
     void directCommandGoesOverCanAlone();
+    void changeOfAPanelGoesOverCanAlone();
     void silentModuleClosesTheChannel();
     void refusedChannelPutsThePanelBackToReady();
     void disconnectClosesTheChannel();
@@ -74,6 +75,21 @@ void tst_StepperCan::directCommandGoesOverCanAlone()
     QCOMPARE(child<QSpinBox>("sbReplyAddress")->value(), 5);
     QCOMPARE(child<QSpinBox>("sbReplyType")->value(), 100);
     QVERIFY(m_log->lines().filter(u"could not send data"_s).isEmpty());
+}
+
+/// The serial transport, which gets the same signal, doesn't even try.
+void tst_StepperCan::changeOfAPanelGoesOverCanAlone()
+{
+    connectOverCan(500, 5, 2);
+    stopPolling(*m_bus);
+    m_log->clear();
+    child<QTabWidget>("tabWidget")->setCurrentIndex(3);
+    auto *minimum = child<QSpinBox>("sbGammaVMin");
+    minimum->setFocus();
+    QTest::keyClick(minimum, Qt::Key_Up);
+    QCOMPARE(requests(), QStringList(ParameterAccess::write(108, 51000).onBus(5)));
+    QVERIFY(m_log->lines().filter(u"could not send data"_s).isEmpty());
+    QVERIFY(m_log->lines().filter(u"communicationTimeouted!"_s).isEmpty());
 }
 
 void tst_StepperCan::silentModuleClosesTheChannel()
@@ -151,12 +167,10 @@ void tst_StepperCan::serialTransportComesFirst_data()
     row("write by a panel", [this] {
         emit child<WFieldWeakeningSettings>("wFieldWeakeningSettings")->changeValue(5, 0, 1, 0);
     });
-    row("rotation by a panel", [this] {
-        emit child<WVelocityControl>("wVelocityControl")->doROX(5, 0, 3, 0);
-    });
-    row("move by a panel", [this] {
-        emit child<WJogPositionControl>("wJogPositionControl")->doMove(5, 0, 4, 1, 0);
-    });
+    row("rotation by a panel",
+        [this] { emit child<WVelocityControl>("wVelocityControl")->doROX(5, 0, 3, 0); });
+    row("move by a panel",
+        [this] { emit child<WJogPositionControl>("wJogPositionControl")->doMove(5, 0, 4, 1, 0); });
     row("direct command", [this] { sendDirectCommand(u"6 - GAP"_s, 1); });
     row("motion", [this] { m_stepper->handleTargetPositionChange(5, 0, 0, 256); });
 }

@@ -90,8 +90,10 @@ private:
     {
         return *child<WTraceController>("wTraceController")->traceCommands();
     }
-    QList<int> numbers() const;
-    QList<int> addresses() const;
+    /// One field of each entry of the list.
+    QList<int> bytes(char (TraceCommand::*field)() const) const;
+    QList<int> numbers() const { return bytes(&TraceCommand::type); }
+    QList<int> addresses() const { return bytes(&TraceCommand::address); }
     /// Right-clicks on a chart and plays the user in the dialog.
     bool choose(WSimpleScaledDrawer *drawer, const std::function<void(DChartSelector *)> &user);
 };
@@ -104,22 +106,13 @@ void tst_StepperCharts::show(int drawer, bool show)
     (m_stepper.get()->*operations[drawer])(show);
 }
 
-QList<int> tst_StepperCharts::numbers() const
+QList<int> tst_StepperCharts::bytes(char (TraceCommand::*field)() const) const
 {
-    QList<int> numbers;
+    QList<int> bytes;
     for (const TraceCommand *command : list()) {
-        numbers.append(static_cast<quint8>(command->type()));
+        bytes.append(static_cast<quint8>((command->*field)()));
     }
-    return numbers;
-}
-
-QList<int> tst_StepperCharts::addresses() const
-{
-    QList<int> addresses;
-    for (const TraceCommand *command : list()) {
-        addresses.append(static_cast<quint8>(command->address()));
-    }
-    return addresses;
+    return bytes;
 }
 
 bool tst_StepperCharts::choose(WSimpleScaledDrawer *drawer,

@@ -172,8 +172,7 @@ void tst_StepperFirstConnect::panelsShowWhatTheModuleHas()
     connectOverUsb(module.portName());
     QCOMPARE(child<QSpinBox>("sbCurrent", "wModuleSettings")->value(), 2345);
     QCOMPARE(child<QSpinBox>("sbTargetCurrent", "wTorqueControl")->maximum(), 2345);
-    QCOMPARE(child<QComboBox>("cmbLoopMode", "quickstartTab")->currentText(),
-             u"1 : Closed loop"_s);
+    QCOMPARE(child<QComboBox>("cmbLoopMode", "quickstartTab")->currentText(), u"1 : Closed loop"_s);
     QCOMPARE(child<QComboBox>("cmbLoopMode", "wModuleSettings")->currentText(),
              u"1 : Closed loop"_s);
     // The twins on the positioning tab aren't asked for: they hear the answers to the others.
@@ -256,8 +255,7 @@ void tst_StepperFirstConnect::moduleLostDuringTheRead()
             }
         });
         connectOverUsb(module.portName());
-        QCOMPARE(module.requests(),
-                 onSerialLine(pulledOut ? answered : answered + unanswered));
+        QCOMPARE(module.requests(), onSerialLine(pulledOut ? answered : answered + unanswered));
         QVERIFY(isReady("wUsbConnection"));
         QVERIFY(isReady("wSerialConnection"));
     }

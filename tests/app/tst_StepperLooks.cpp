@@ -47,6 +47,10 @@ private:
     QWidgetList visibleWidgets() const;
     QStringList cutWidgets() const;
     QStringList unreadableTexts() const;
+    /// Shows or hides all charts by the menu.
+    void toggleCharts();
+    /// Goes round by the Tab key: the tabs, the page's @p panels, the lamps, then the @p charts.
+    void compareTabOrder(const QStringList &panels, const QStringList &charts);
     /// The panel that a control belongs to: what stands on the page, or beside the tabs.
     QString panelOf(const QWidget *control) const;
 
@@ -55,6 +59,8 @@ private:
 };
 
 namespace {
+
+constexpr const char *Charts[] = {"velocityDrawer", "positionDrawer", "torqueDrawer"};
 
 /// Width that @p text takes on @p widget, without the marks of mnemonics.
 int textWidth(const QWidget *widget, const QString &text)
@@ -74,10 +80,10 @@ bool hasRoomForItems(const QComboBox *box)
 {
     QStyleOptionComboBox option;
     option.initFrom(box);
-    const int room = box->style()
-                         ->subControlRect(QStyle::CC_ComboBox, &option,
-                                          QStyle::SC_ComboBoxEditField, box)
-                         .width();
+    const int room =
+        box->style()
+            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box)
+            .width();
     for (int index = 0; index < box->count(); ++index) {
         if (textWidth(box, box->itemText(index)) > room) {
             return false;
@@ -132,8 +138,9 @@ void tst_StepperLooks::initTestCase()
     for (int index = 0; index < tabs()->count(); ++index) {
         tabs()->setTabEnabled(index, true);
     }
-    for (const char *name : {"wStates", "wTraceController", "velocityDrawer", "positionDrawer",
-                             "torqueDrawer"}) {
+    child<QWidget>(u"wStates"_s)->setEnabled(true);
+    child<QWidget>(u"wTraceController"_s)->setEnabled(true);
+    for (const char *name : Charts) {
         child<QWidget>(QLatin1String(name))->setEnabled(true);
     }
     m_window->resize(1000, 500);
@@ -242,31 +249,32 @@ void tst_StepperLooks::nothingIsCut()
     QVERIFY(bar->rect().contains(bar->tabRect(bar->count() - 1)));
 }
 
-void tst_StepperLooks::chartsFitOnALargeScreen()
+void tst_StepperLooks::toggleCharts()
 {
-    tabs()->setCurrentIndex(1);
-    m_window->resize(1600, 900);
-    QStringList entries;
-    for (QAction *menu : m_window->menuBar()->actions()) {
+    for (const QAction *menu : m_window->menuBar()->actions()) {
         for (QAction *entry : menu->menu()->actions()) {
             if (entry->isCheckable()) {
                 entry->trigger();
             }
         }
     }
-    for (const char *name : {"velocityDrawer", "positionDrawer", "torqueDrawer"}) {
+}
+
+void tst_StepperLooks::chartsFitOnALargeScreen()
+{
+    tabs()->setCurrentIndex(1);
+    m_window->resize(1600, 900);
+    toggleCharts();
+    for (const char *name : Charts) {
         QTRY_COMPARE_GT(child<QWidget>(QLatin1String(name))->height(), 50);
     }
     QCOMPARE(m_window->size(), QSize(1600, 900));
     QCOMPARE(cutWidgets().join(u'\n'), QString());
     QCOMPARE(unreadableTexts().join(u'\n'), QString());
-    for (QAction *menu : m_window->menuBar()->actions()) {
-        for (QAction *entry : menu->menu()->actions()) {
-            if (entry->isCheckable()) {
-                entry->trigger();
-            }
-        }
-    }
+    compareTabOrder({u"wJogVelocityControl"_s, u"wJogPositionControl"_s, u"wJogTorqueControl"_s,
+                     u"cmbLoopMode"_s, u"btnInitEncoder2"_s},
+                    {u"velocityDrawer"_s, u"positionDrawer"_s, u"torqueDrawer"_s});
+    toggleCharts();
 }
 
 QString tst_StepperLooks::panelOf(const QWidget *control) const
@@ -289,11 +297,11 @@ void tst_StepperLooks::tabKeyFollowsTheEye_data()
         QTest::newRow(qPrintable(tabs()->tabText(tab))) << tab << panels;
     };
     row(0, {u"twConnections"_s, u"wTraceController"_s});
-    row(1, {u"wJogVelocityControl"_s, u"wJogPositionControl"_s, u"wJogTorqueControl"_s,
-            u"cmbLoopMode"_s, u"btnInitEncoder2"_s});
+    row(1,
+        {u"wJogVelocityControl"_s, u"wJogPositionControl"_s, u"wJogTorqueControl"_s,
+         u"cmbLoopMode"_s, u"btnInitEncoder2"_s});
     row(2, {u"wModuleSettings"_s, u"wOpenLoopSettings"_s, u"wChopperSettings"_s});
-    row(3,
-        {u"wPositionMaintenanceSettings"_s, u"wScalerSettings"_s, u"wFieldWeakeningSettings"_s});
+    row(3, {u"wPositionMaintenanceSettings"_s, u"wScalerSettings"_s, u"wFieldWeakeningSettings"_s});
     row(4, {u"wEncoderSettings"_s, u"btnInitEncoder"_s});
     row(5, {u"wTorqueControl"_s});
     row(6, {u"wVelocityRampControl1"_s, u"wVelocityControl"_s, u"wCorrectionSettings1"_s});
@@ -306,6 +314,11 @@ void tst_StepperLooks::tabKeyFollowsTheEye()
     QFETCH(int, tab);
     QFETCH(QStringList, panels);
     tabs()->setCurrentIndex(tab);
+    compareTabOrder(panels, {});
+}
+
+void tst_StepperLooks::compareTabOrder(const QStringList &panels, const QStringList &charts)
+{
     tabs()->tabBar()->setFocus();
     QWidgetList reached;
     QStringList panelsReached;
@@ -318,7 +331,8 @@ void tst_StepperLooks::tabKeyFollowsTheEye()
         }
         QTest::keyClick(at, Qt::Key_Tab);
     }
-    QCOMPARE(panelsReached, QStringList(u"tabWidget"_s) + panels + QStringList(u"wStates"_s));
+    QCOMPARE(panelsReached,
+             QStringList(u"tabWidget"_s) + panels + QStringList(u"wStates"_s) + charts);
     // And every control is reached. Of a group of radio buttons it is one, and then the arrows.
     for (QWidget *widget : visibleWidgets()) {
         const auto *radio = qobject_cast<QRadioButton *>(widget);

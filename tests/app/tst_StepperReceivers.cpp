@@ -162,14 +162,14 @@ void tst_StepperReceivers::replyReachesItsReceiversInOrder()
     connectModule();
     listenEverywhere();
     emit child<WVelocityControl>("wVelocityControl")->requestValue(1, 0, Number);
-    QCOMPARE(m_receivers,
-             QStringList({u"wJogVelocityControl"_s, u"quickstartTab"_s, u"wModuleSettings"_s,
-                          u"wOpenLoopSettings"_s, u"wChopperSettings"_s,
-                          u"wPositionMaintenanceSettings"_s, u"wScalerSettings"_s,
-                          u"wFieldWeakeningSettings"_s, u"wEncoderSettings"_s, u"wTorqueControl"_s,
-                          u"wVelocityRampControl1"_s, u"wVelocityControl"_s,
-                          u"wCorrectionSettings1"_s, u"wVelocityRampControl2"_s,
-                          u"wCorrectionSettings2"_s}));
+    QCOMPARE(
+        m_receivers,
+        QStringList({u"wJogVelocityControl"_s, u"quickstartTab"_s, u"wModuleSettings"_s,
+                     u"wOpenLoopSettings"_s, u"wChopperSettings"_s,
+                     u"wPositionMaintenanceSettings"_s, u"wScalerSettings"_s,
+                     u"wFieldWeakeningSettings"_s, u"wEncoderSettings"_s, u"wTorqueControl"_s,
+                     u"wVelocityRampControl1"_s, u"wVelocityControl"_s, u"wCorrectionSettings1"_s,
+                     u"wVelocityRampControl2"_s, u"wCorrectionSettings2"_s}));
     m_stepper->handleMotorHalted(true); // which the process remembers
 }
 

@@ -6,7 +6,6 @@
 #include <QSettings>
 
 #include <csignal>
-#include <utility>
 
 #include <sys/resource.h>
 

@@ -91,28 +91,32 @@ template <typename Panel>
 void tst_StepperWiring::readRow(const char *name, const ParameterAccesses &sent)
 {
     auto *panel = child<Panel>(name);
-    row(name, "requestValue", [panel] { emit panel->requestValue(1, 0, Unshown); }, sent);
+    row(
+        name, "requestValue", [panel] { emit panel->requestValue(1, 0, Unshown); }, sent);
 }
 
 template <typename Panel>
 void tst_StepperWiring::writeRow(const char *name, const ParameterAccesses &sent)
 {
     auto *panel = child<Panel>(name);
-    row(name, "changeValue", [panel] { emit panel->changeValue(1, 0, Unshown, 7); }, sent);
+    row(
+        name, "changeValue", [panel] { emit panel->changeValue(1, 0, Unshown, 7); }, sent);
 }
 
 template <typename Panel>
 void tst_StepperWiring::rotateRow(const char *name, const ParameterAccesses &sent)
 {
     auto *panel = child<Panel>(name);
-    row(name, "doROX", [panel] { emit panel->doROX(1, 0, 2, 3); }, sent);
+    row(
+        name, "doROX", [panel] { emit panel->doROX(1, 0, 2, 3); }, sent);
 }
 
 template <typename Panel>
 void tst_StepperWiring::moveRow(const char *name, const ParameterAccesses &sent)
 {
     auto *panel = child<Panel>(name);
-    row(name, "doMove", [panel] { emit panel->doMove(1, 0, 4, 1, 9); }, sent);
+    row(
+        name, "doMove", [panel] { emit panel->doMove(1, 0, 4, 1, 9); }, sent);
 }
 
 /// A panel that reads and writes.
@@ -163,7 +167,8 @@ void tst_StepperWiring::signalReachesBothTransports_data()
     // The window sends these.
     row("wTorqueControl", "targetTorqueChange",
         [torque] { emit torque->targetTorqueChange(1, 0, 77); }, {ParameterAccess::write(14, 77)});
-    row("wPositionControl", "targetPositionChange",
+    row(
+        "wPositionControl", "targetPositionChange",
         [position] { emit position->targetPositionChange(1, 0, 1, 9); }, move);
     row("wPositionControl", "actualPositionChange",
         [position] { emit position->actualPositionChange(1, 0, 5); },
@@ -172,12 +177,14 @@ void tst_StepperWiring::signalReachesBothTransports_data()
     // These lead nowhere: a command of theirs would go out twice.
     readRow<WCurrentControl>("wTorqueControl", nothing);
     writeRow<WCurrentControl>("wTorqueControl", nothing);
-    row("wVelocityControl", "targetVelocityChange",
+    row(
+        "wVelocityControl", "targetVelocityChange",
         [velocity] { emit velocity->targetVelocityChange(1, 0, 9); }, nothing);
     readRow<WPositionControl>("wPositionControl", nothing);
     moveRow<WPositionControl>("wPositionControl", nothing);
 
-    row("wDirectMode", "doRequest",
+    row(
+        "wDirectMode", "doRequest",
         [this] { emit child<WDirectMode>("wDirectMode")->doRequest(1, 6, Unshown, 0, 0); }, read);
     row("wTraceController", "requestTraceValues",
         [this] {

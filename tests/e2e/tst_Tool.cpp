@@ -188,11 +188,20 @@ void tst_Tool::demo()
     const Access acceleration = Access::write(5, 50000);
     const Access velocity = Access::write(4, 100000);
     // To the end of the motion; what both ramp panels hear anew they write back.
-    const QStringList requests =
-        overUsb(firstConnect()
-                + ParameterAccesses({{1, 0, 100000}, acceleration, acceleration, acceleration,
-                                     stop, acceleration, {4, 0, 10000}, acceleration, velocity,
-                                     velocity, velocity, Access::write(14, 300), stop}));
+    const QStringList requests = overUsb(firstConnect()
+                                         + ParameterAccesses({{1, 0, 100000},
+                                                              acceleration,
+                                                              acceleration,
+                                                              acceleration,
+                                                              stop,
+                                                              acceleration,
+                                                              {4, 0, 10000},
+                                                              acceleration,
+                                                              velocity,
+                                                              velocity,
+                                                              velocity,
+                                                              Access::write(14, 300),
+                                                              stop}));
     QCOMPARE(requestLog().mid(0, requests.size()), requests);
 
     const QDir folder(m_folder->path());
@@ -226,8 +235,7 @@ void tst_Tool::portPulledOutInAnExchange()
             QTRY_VERIFY(requestLog().contains(rotate));
             simulator.writeLine(u"unplug usb"_s);
         });
-    QCOMPARE(requestLog(),
-             overUsb(firstConnect()) + QStringList(rotate) + overUsb(laterConnect()));
+    QCOMPARE(requestLog(), overUsb(firstConnect()) + QStringList(rotate) + overUsb(laterConnect()));
 }
 
 void tst_Tool::closingWhileConnectedSaysNothing()
