@@ -32,8 +32,8 @@ public:
     TraceList()
     {
         for (const int parameter : Parameters) {
-            m_owned.push_back(std::make_unique<TraceCommand>(
-                1, CommandNumber::GetAxisParameter, static_cast<char>(parameter), 0));
+            m_owned.push_back(std::make_unique<TraceCommand>(1, CommandNumber::GetAxisParameter,
+                                                             static_cast<char>(parameter), 0));
             m_list.append(m_owned.back().get());
         }
     }

@@ -7,8 +7,9 @@
 
 namespace simulator {
 
-/// A program's line to a simulated bus, over a socket that the environment variable `canBusVariable`
-/// names: the path of a local socket; on Windows, which has none, the number of a TCP port.
+/// A program's line to a simulated bus, over a socket that the environment variable
+/// `canBusVariable` names: the path of a local socket; on Windows, which has none, the number of a
+/// TCP port.
 class BusLine
 {
 public:
@@ -28,8 +29,8 @@ public:
     static BusLine connect();
     bool isOpen() const { return m_socket != NoSocket; }
 
-    /// Hands @p call over and waits for the answer, which is `CanStatus::NoBus` if there is no line. A
-    /// line that doesn't answer is closed.
+    /// Hands @p call over and waits for the answer, which is `CanStatus::NoBus` if there is no
+    /// line. A line that doesn't answer is closed.
     CanAnswer execute(const CanCall &call);
 
 private:

@@ -1,6 +1,6 @@
 // A double of the CAN maker's library: the eight functions that a program calls, each handed over
-// to the simulated bus through a socket. It is found in the real library's place by a program that is
-// started with its directory in LD_LIBRARY_PATH, or on Windows in PATH.
+// to the simulated bus through a socket. It is found in the real library's place by a program that
+// is started with its directory in LD_LIBRARY_PATH, or on Windows in PATH.
 
 #include "simulator/can/BusLine.h"
 

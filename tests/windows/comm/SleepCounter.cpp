@@ -1,9 +1,9 @@
 #include "comm/SleepCounter.h"
 
+#include <qt_windows.h>
+
 #include <cstdint>
 #include <cstring>
-
-#include <qt_windows.h>
 
 namespace {
 
@@ -21,8 +21,7 @@ bool redirectToolkitsSleep()
     auto *const core = reinterpret_cast<std::uint8_t *>(GetModuleHandleW(L"Qt6Core.dll"));
     const auto *dos = reinterpret_cast<const IMAGE_DOS_HEADER *>(core);
     const auto *headers = reinterpret_cast<const IMAGE_NT_HEADERS *>(core + dos->e_lfanew);
-    const auto &imports =
-        headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    const auto &imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
     bool done = false;
     for (auto *library =
              reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR *>(core + imports.VirtualAddress);

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <vector>
 
-/// The sleeps of the thread that makes it, while it lives. The same class as on the other system, for
-/// the same tests.
+/// The sleeps of the thread that makes it, while it lives. The same class as on the other system,
+/// for the same tests.
 ///
 /// They are carried out nonetheless. What is counted is each call of Sleep() by the toolkit, whose
 /// table of imported functions leads here meanwhile.

@@ -115,8 +115,8 @@ void tst_QSerialCommandHandlerPort::pulledOutWhileIdle()
     QVERIFY(!handler.openDevice(port.portName()));
 }
 
-// The first look for a reply comes before the module can have answered, so an exchange takes at least
-// the pause of 10 ms. What it takes beyond that is for the record.
+// The first look for a reply comes before the module can have answered, so an exchange takes at
+// least the pause of 10 ms. What it takes beyond that is for the record.
 void tst_QSerialCommandHandlerPort::exchangeAfterExchange()
 {
     constexpr int Exchanges = 100;

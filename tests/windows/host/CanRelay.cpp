@@ -57,7 +57,8 @@ FileDescriptor CanRelay::connectToBus() const
 {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, m_busPath.constData(), static_cast<std::size_t>(m_busPath.size()));
+    std::memcpy(address.sun_path, m_busPath.constData(),
+                static_cast<std::size_t>(m_busPath.size()));
     FileDescriptor bus(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
     if (::connect(bus.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) < 0) {
         return {};

@@ -39,8 +39,7 @@ FileDescriptor Loopback::accept(const FileDescriptor &listener)
 
 bool Loopback::readAll(int socket, void *data, std::size_t size)
 {
-    return size == 0
-        || ::recv(socket, data, size, MSG_WAITALL) == static_cast<ssize_t>(size);
+    return size == 0 || ::recv(socket, data, size, MSG_WAITALL) == static_cast<ssize_t>(size);
 }
 
 bool Loopback::writeAll(int socket, const void *data, std::size_t size)

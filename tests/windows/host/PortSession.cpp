@@ -53,8 +53,8 @@ QByteArray executeOn(simulator::Module &module, const QByteArrayList &words)
         return done(module.setAxisParameter(byte(words.value(1)), last.toInt()));
     }
     if (command == "set-global") {
-        return done(module.setGlobalParameter(byte(words.value(1)), byte(words.value(2)),
-                                              last.toInt()));
+        return done(
+            module.setGlobalParameter(byte(words.value(1)), byte(words.value(2)), last.toInt()));
     }
     if (command == "set-io") {
         return done(module.setIoValue(byte(words.value(1)), byte(words.value(2)), last.toInt()));

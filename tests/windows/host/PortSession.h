@@ -19,15 +19,16 @@ public:
     /// |---|---|
     /// | `plain` | PtyPair |
     /// | `scripted` | ScriptedPort |
-    /// | `simulated` ADDRESS HOST VERSION MAJOR MINOR BAUD | SimulatedPort; VERSION in hexadecimal |
-    /// | `can` ADDRESS HOST VERSION MAJOR MINOR KBIT | SimulatedCanBus |
+    /// | `simulated` ADDRESS HOST VERSION MAJOR MINOR BAUD | SimulatedPort; VERSION in hexadecimal
+    /// | | `can` ADDRESS HOST VERSION MAJOR MINOR KBIT | SimulatedCanBus |
     static std::unique_ptr<PortSession> create(const QByteArrayList &words);
 
-    /// How the program reaches the object: the path of a pseudo-terminal, or the number of a TCP port.
+    /// How the program reaches the object: the path of a pseudo-terminal, or the number of a TCP
+    /// port.
     virtual QByteArray place() const = 0;
     /// Whether place() is a pseudo-terminal.
     virtual bool isPort() const { return true; }
-    /// Carries out the command that is @p words' first. Answers its result, which is empty for those
-    /// that have none; a null array stands for a command that is unknown or failed.
+    /// Carries out the command that is @p words' first. Answers its result, which is empty for
+    /// those that have none; a null array stands for a command that is unknown or failed.
     virtual QByteArray execute(const QByteArrayList &words) = 0;
 };

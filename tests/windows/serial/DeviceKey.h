@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
-
 #include <qt_windows.h>
 
 /// What a device's keys say of it. An empty text stands for a value that isn't there.

@@ -5,7 +5,6 @@
 #include "serial/ComPort.h"
 
 #include <QPointer>
-
 #include <qt_windows.h>
 
 /// An engine with an open COM port, whoever hears of it, and the far end of its line.

@@ -192,9 +192,9 @@ void tst_NativeSerialEngine::everyRateReachesTheLine_data()
 {
     // Wine knows the rates that have a number of their own on the other system.
     QTest::addColumn<int>("rate");
-    for (const int rate : {110, 300, 600, 1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200,
-                           230400, 460800, 500000, 921600, 1000000, 1152000, 1500000,
-                           2000000, 2500000, 3000000, 3500000, 4000000}) {
+    for (const int rate : {110,     300,     600,     1200,    2400,    4800,    9600,   19200,
+                           38400,   57600,   115200,  230400,  460800,  500000,  921600, 1000000,
+                           1152000, 1500000, 2000000, 2500000, 3000000, 3500000, 4000000}) {
         QTest::addRow("%d", rate) << rate;
     }
 }

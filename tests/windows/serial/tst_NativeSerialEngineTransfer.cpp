@@ -115,8 +115,8 @@ void tst_NativeSerialEngineTransfer::shortReadEndsAtTheTotalTimeout()
     QCOMPARE(line.got, pattern(300));
 }
 
-// With the interval timeout of 65535 ms nothing but the engine's own patience ends such a read. What
-// comes after that goes into a transfer that nobody waits for any more.
+// With the interval timeout of 65535 ms nothing but the engine's own patience ends such a read.
+// What comes after that goes into a transfer that nobody waits for any more.
 void tst_NativeSerialEngineTransfer::shortReadIsGivenUp()
 {
     WatchedLine line;

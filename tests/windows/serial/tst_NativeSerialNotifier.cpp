@@ -8,8 +8,8 @@
 /// The four kinds of notification on COM ports, with a real event loop.
 ///
 /// Wine ends a wait for the events of such a port at once and without an event, unless a character
-/// waits already and no modem line is watched. So the notifier is seen here by the mask that it sets,
-/// by how often it waits, and by the characters that it finds; the modem lines never change.
+/// waits already and no modem line is watched. So the notifier is seen here by the mask that it
+/// sets, by how often it waits, and by the characters that it finds; the modem lines never change.
 class tst_NativeSerialNotifier : public TestCase
 {
     Q_OBJECT

@@ -51,14 +51,14 @@ private:
 
 namespace {
 
-const Device Module{.portName = u"COM40"_s,
-                    .friendlyName = u"Moravint ZDRM-7710 (COM40)"_s,
-                    .description = u"ZDRM-7710"_s,
-                    .manufacturer = u"Moravint"_s,
-                    .location = u"Port_#0002.Hub_#0001"_s,
-                    .service = u"usbser"_s,
-                    .hardwareIds = {u"USB\\VID_16D0&PID_0650&REV_0100"_s,
-                                    u"USB\\VID_16D0&PID_0650"_s}};
+const Device Module{
+    .portName = u"COM40"_s,
+    .friendlyName = u"Moravint ZDRM-7710 (COM40)"_s,
+    .description = u"ZDRM-7710"_s,
+    .manufacturer = u"Moravint"_s,
+    .location = u"Port_#0002.Hub_#0001"_s,
+    .service = u"usbser"_s,
+    .hardwareIds = {u"USB\\VID_16D0&PID_0650&REV_0100"_s, u"USB\\VID_16D0&PID_0650"_s}};
 const auto ModulePath = u"USB\\VID_16D0&PID_0650\\0001"_s;
 
 const Device PlainPort{.portName = u"COM41"_s, .description = u"Communications Port"_s};
@@ -176,8 +176,8 @@ void tst_SerialDeviceEnumerator::idsOfTheFirstHardwareId_data()
     QTest::addColumn<QStringList>("hardwareIds");
     QTest::addColumn<QString>("vendorId");
     QTest::addColumn<QString>("productId");
-    QTest::newRow("case is kept")
-        << QStringList(u"USB\\VID_16d0&PID_065a"_s) << u"16d0"_s << u"065a"_s;
+    QTest::newRow("case is kept") << QStringList(u"USB\\VID_16d0&PID_065a"_s) << u"16d0"_s
+                                  << u"065a"_s;
     QTest::newRow("only the first is looked at")
         << QStringList{u"ACPI\\PNP0501"_s, u"USB\\VID_16D0&PID_0650"_s} << QString() << QString();
     QTest::newRow("the older form")
@@ -221,8 +221,7 @@ void tst_SerialDeviceEnumerator::portNameOfAnotherType()
 {
     Device device = PlainPort;
     device.portName.clear();
-    plugIn(PlainPath, device)
-        .setParameter(u"PortName"_s, REG_EXPAND_SZ, "C\0O\0M\0007\0\0\0"_ba);
+    plugIn(PlainPath, device).setParameter(u"PortName"_s, REG_EXPAND_SZ, "C\0O\0M\0007\0\0\0"_ba);
     QVERIFY(!SerialDeviceEnumerator().devicesAvailable().contains(u"COM7"_s));
 }
 

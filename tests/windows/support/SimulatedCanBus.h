@@ -4,8 +4,8 @@
 #include "simulator/can/CanCall.h"
 #include "support/RemoteObject.h"
 
-/// A simulated module on a simulated CAN bus, served on the other system while the object lives. The
-/// same class as there, for the same tests; only one may live at a time.
+/// A simulated module on a simulated CAN bus, served on the other system while the object lives.
+/// The same class as there, for the same tests; only one may live at a time.
 class SimulatedCanBus
 {
 public:

@@ -4,8 +4,8 @@
 
 #include <qt_windows.h>
 
-/// Between the settings of a line and the record in which Windows keeps them. What a DCB says beyond
-/// that is left as it was found.
+/// Between the settings of a line and the record in which Windows keeps them. What a DCB says
+/// beyond that is left as it was found.
 namespace DcbSettings {
 
 /// The settings that @p dcb holds.

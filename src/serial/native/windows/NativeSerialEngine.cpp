@@ -4,12 +4,12 @@
 #include "NativeSerialNotifier.h"
 
 #include <QAbstractEventDispatcher>
-
 #include <qt_windows.h>
-#include <winioctl.h>
 
 #include <algorithm>
 #include <utility>
+
+#include <winioctl.h>
 
 namespace {
 
@@ -219,8 +219,7 @@ bool NativeSerialEngine::flush()
 
 bool NativeSerialEngine::reset()
 {
-    return PurgeComm(state().port(),
-                     PURGE_TXABORT | PURGE_RXABORT | PURGE_TXCLEAR | PURGE_RXCLEAR);
+    return PurgeComm(state().port(), PURGE_TXABORT | PURGE_RXABORT | PURGE_TXCLEAR | PURGE_RXCLEAR);
 }
 
 qint64 NativeSerialEngine::bytesAvailable() const
@@ -272,8 +271,7 @@ bool NativeSerialEngine::waitForReadOrWrite(bool *readyToRead, bool *readyToWrit
     if (!state().waitRecord.hasEvent()) {
         return false;
     }
-    const DWORD wanted =
-        (checkRead ? DWORD{EV_RXCHAR} : 0) | (checkWrite ? DWORD{EV_TXEMPTY} : 0);
+    const DWORD wanted = (checkRead ? DWORD{EV_RXCHAR} : 0) | (checkWrite ? DWORD{EV_TXEMPTY} : 0);
     const WidenedMask mask(state().port(), wanted);
     const auto happened = state().waitForEvent(static_cast<DWORD>(std::max(msecs, 0)));
     if (!happened) {

@@ -97,8 +97,7 @@ qint64 NativeSerialEnginePrivate::readBlock(char *data, qint64 size)
         return -1;
     }
     const auto asked = static_cast<DWORD>(std::min(size, ReadBlockSize));
-    const BOOL atOnce =
-        ReadFile(port(), m_readBlock.data(), asked, nullptr, m_readRecord.begin());
+    const BOOL atOnce = ReadFile(port(), m_readBlock.data(), asked, nullptr, m_readRecord.begin());
     const qint64 count = finish(m_readRecord, atOnce);
     if (count > 0) {
         std::copy_n(m_readBlock.cbegin(), std::min<qint64>(count, asked), data);

@@ -4,7 +4,6 @@
 #include "serial/SerialLineState.h"
 
 #include <QIODevice>
-
 #include <qt_windows.h>
 
 #include <array>

@@ -136,8 +136,8 @@ void NativeSerialNotifier::startWait()
     }
 }
 
-/// Takes over what a wait has delivered. A new wait may begin before the event loop comes to tell of
-/// it, and would write over it.
+/// Takes over what a wait has delivered. A new wait may begin before the event loop comes to tell
+/// of it, and would write over it.
 void NativeSerialNotifier::collectEvents()
 {
     m_eventMask |= std::exchange(m_delivered, 0);
@@ -157,8 +157,9 @@ void NativeSerialNotifier::startNextWait()
 
 /// Tells the engine what has happened. Answers whether the engine was called.
 ///
-/// The events are taken at once, and what is wanted is looked at afresh each time: whoever is called
-/// may change it, and a wait that is started thereby may deliver before the last kind is dealt with.
+/// The events are taken at once, and what is wanted is looked at afresh each time: whoever is
+/// called may change it, and a wait that is started thereby may deliver before the last kind is
+/// dealt with.
 bool NativeSerialNotifier::tellEngine()
 {
     const bool ended = !m_wait.isPending(); // else the signal is from the wait before

@@ -5,13 +5,12 @@
 
 #include <QTimer>
 #include <QWinEventNotifier>
-
 #include <qt_windows.h>
 
 class AbstractSerialEngine;
 
-/// Watches a port for its engine by an overlapped wait for the port's events, whose end comes to the
-/// event loop of the engine's thread.
+/// Watches a port for its engine by an overlapped wait for the port's events, whose end comes to
+/// the event loop of the engine's thread.
 ///
 /// - Read: a character came.
 /// - Write: the last character was sent. With nothing to send nothing is told.

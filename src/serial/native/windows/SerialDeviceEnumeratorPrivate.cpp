@@ -97,9 +97,8 @@ bool SerialDeviceEnumeratorPrivate::isPortBusy() const
 {
     constexpr DWORD NoSharing = 0;
     constexpr DWORD NotOverlapped = 0;
-    const HANDLE port =
-        CreateFileW(portPath(currentName).c_str(), GENERIC_READ | GENERIC_WRITE, NoSharing, nullptr,
-                    OPEN_EXISTING, NotOverlapped, nullptr);
+    const HANDLE port = CreateFileW(portPath(currentName).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                    NoSharing, nullptr, OPEN_EXISTING, NotOverlapped, nullptr);
     if (port == INVALID_HANDLE_VALUE) {
         return true; // for any reason at all, also for a missing port
     }

@@ -31,8 +31,8 @@ public:
     /// Makes the watch ready for the next change. It holds for one, so this comes after every scan,
     /// whatever that has found.
     void armWatch();
-    /// The ports that are there now. A class of devices that can't be listed ends the scan with what
-    /// was found by then.
+    /// The ports that are there now. A class of devices that can't be listed ends the scan with
+    /// what was found by then.
     SerialInfoMap scan() const;
     /// Test opening of #currentName, which is not empty.
     bool isPortBusy() const;
