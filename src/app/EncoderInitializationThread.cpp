@@ -51,6 +51,7 @@ void EncoderInitializationThread::run()
         }
     }
     emit ready();
+    const std::lock_guard lock(m_mutex); // the last one, for end()
 }
 
 bool EncoderInitializationThread::sleepFor(std::chrono::milliseconds time)
