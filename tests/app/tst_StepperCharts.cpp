@@ -101,9 +101,9 @@ private:
 void tst_StepperCharts::show(int drawer, bool show)
 {
     using Show = void (Stepper::*)(bool);
-    constexpr Show operations[] = {&Stepper::showVelocityDrawer, &Stepper::showPositionDrawer,
-                                   &Stepper::showTorqueDrawer};
-    (m_stepper.get()->*operations[drawer])(show);
+    static constexpr std::array<Show, 3> Operations = {
+        &Stepper::showVelocityDrawer, &Stepper::showPositionDrawer, &Stepper::showTorqueDrawer};
+    std::invoke(Operations.at(static_cast<std::size_t>(drawer)), m_stepper.get(), show);
 }
 
 QList<int> tst_StepperCharts::bytes(char (TraceCommand::*field)() const) const

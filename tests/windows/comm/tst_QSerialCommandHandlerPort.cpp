@@ -122,6 +122,7 @@ void tst_QSerialCommandHandlerPort::exchangeAfterExchange()
     constexpr int Exchanges = 100;
     SimulatedPort port;
     port.module().setAxisParameter(4, 300);
+    QVERIFY(port.fault(u"delay 3"_s));
     QSerialCommandHandler handler;
     QVERIFY(handler.openDevice(port.portName()));
     int replies = 0;
