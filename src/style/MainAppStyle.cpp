@@ -71,7 +71,7 @@ QString nameOfStyle()
         return QApplication::style()->objectName();
     }
     qApp->setStyleSheet(QString());
-    const QString name = QApplication::style()->objectName();
+    QString name = QApplication::style()->objectName();
     qApp->setStyleSheet(sheet);
     return name;
 }
