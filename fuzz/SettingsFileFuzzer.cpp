@@ -3,12 +3,12 @@
 
 #include "app/SettingsFileContent.h"
 #include "app/SettingsGroup.h"
+#include "fuzz/Require.h"
 
 #include <QByteArray>
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
@@ -21,13 +21,6 @@ QByteArray withSwappedCase(QByteArrayView text)
         }
     }
     return swapped;
-}
-
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
 }
 
 } // namespace

@@ -68,9 +68,10 @@ void tst_UdevPort::takesIdsFromUdev()
     // A port that is handed on from another machine may lack its USB device, but not udev's word.
     SerialTestbed machine;
     machine.add("P: /devices/platform/vhci\nE: SUBSYSTEM=platform\n\n");
-    machine.add("P: /devices/platform/vhci/tty/ttyACM7\nN: ttyACM7\nE: SUBSYSTEM=tty\n"
-                "E: DEVNAME=/dev/ttyACM7\nE: ID_BUS=usb\nE: ID_VENDOR_ID=16d0\n"
-                "E: ID_MODEL_ID=06c9\nE: ID_VENDOR=Moravint\nE: ID_MODEL=Moravint_ZDRM-7711\n\n");
+    machine.add(
+        "P: /devices/platform/vhci/tty/ttyACM7\nN: ttyACM7\nE: SUBSYSTEM=tty\n"
+        "E: DEVNAME=/dev/ttyACM7\nE: ID_BUS=usb\nE: ID_VENDOR_ID=16d0\n"
+        "E: ID_MODEL_ID=06c9\nE: ID_VENDOR=Moravint\nE: ID_MODEL=_Moravint__ZDRM-7711_\n\n");
     SerialDeviceEnumerator ports;
     ports.setDeviceName(u"ttyACM7"_s);
 
@@ -135,6 +136,8 @@ void tst_UdevPort::namesPort_data()
     row("very long", {}, QByteArray(3000, 'x'), QString(256, u'x'));
     row("cut at a blank", {}, QByteArray(255, 'x') + " y", QString(255, u'x'));
     row("cut in a character", {}, QByteArray(255, 'x') + "\xf0\x9f\x98\x80", QString(255, u'x'));
+    row("cut in a character behind a blank", {}, QByteArray(254, 'x') + " \xf0\x9f\x98\x80",
+        QString(254, u'x'));
 }
 
 void tst_UdevPort::namesPort()

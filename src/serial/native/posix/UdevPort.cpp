@@ -35,10 +35,10 @@ QString cleaned(const char *text)
         },
         u' ');
     result = result.simplified().left(MaxTextLength);
-    if (result.endsWith(u' ') || (!result.isEmpty() && result.back().isHighSurrogate())) {
+    if (!result.isEmpty() && result.back().isHighSurrogate()) {
         result.chop(1);
     }
-    return result;
+    return result.trimmed();
 }
 
 QString attribute(udev_device *device, const char *name)
@@ -97,7 +97,8 @@ Names namesOf(udev_device *tty, udev_device *usb)
     if (rules.product == property(tty, "ID_MODEL_ID")) {
         rules.product.clear();
     }
-    return {rules.maker.replace(u'_', u' '), rules.product.replace(u'_', u' ')};
+    return {rules.maker.replace(u'_', u' ').simplified(),
+            rules.product.replace(u'_', u' ').simplified()};
 }
 
 /// Maker and product in one line, the maker's name once: many products begin with it themselves.
