@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <chrono>
+#include <optional>
 
 /// One measured figure against what it is compared with, printed as one row: name, measured value,
 /// floor or peer, ratio, goal.
@@ -12,7 +13,7 @@ struct Figure
     double measured;
     double comparedWith;
     QString unit;
-    double goal; ///< the ratio that is aimed at, at most
+    std::optional<double> goal; ///< the ratio that is aimed at, at most; none: for the record
 
     void print() const;
 };

@@ -9,6 +9,8 @@
 #include <QPen>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 using namespace Qt::StringLiterals;
 
@@ -43,10 +45,13 @@ QPixmap tinted(const QPixmap &picture, const QColor &color, bool onlyGrey, int)
     }
     // Multiplied by alpha, since that is how the format keeps colours; else edges would be dark.
     const QRgb rgb = color.rgb();
-    return changedPixels(picture, QImage::Format_ARGB32_Premultiplied, [rgb](QRgb pixel) {
-        const int alpha = qAlpha(pixel);
-        return qRgba(qRed(rgb) * alpha / 255, qGreen(rgb) * alpha / 255, qBlue(rgb) * alpha / 255,
-                     alpha);
+    std::array<QRgb, 256> colorOfAlpha;
+    for (int alpha = 0; alpha <= 255; ++alpha) {
+        colorOfAlpha[static_cast<std::size_t>(alpha)] = qRgba(
+            qRed(rgb) * alpha / 255, qGreen(rgb) * alpha / 255, qBlue(rgb) * alpha / 255, alpha);
+    }
+    return changedPixels(picture, QImage::Format_ARGB32_Premultiplied, [&colorOfAlpha](QRgb pixel) {
+        return colorOfAlpha[static_cast<std::size_t>(qAlpha(pixel))];
     });
 }
 

@@ -11,6 +11,8 @@
 #include <memory>
 #include <thread>
 
+#include <pthread.h>
+
 class MainWindow;
 
 /// Lets a user without a plan and a world full of faults loose on the whole window, for a number of
@@ -25,7 +27,8 @@ public:
     Campaign(unsigned seed, int steps, const QString &log);
     ~Campaign() override;
 
-    /// Runs to the last step. A step that takes longer than a minute ends the program.
+    /// Runs to the last step. A step that takes longer than three minutes ends the program and
+    /// shows where it stands.
     void run();
 
 private:
@@ -44,5 +47,6 @@ private:
     int m_stepsOfWindow = 0;
     int m_nested = 0; ///< steps that are under way, one in another's dialog
     std::atomic<int> m_stepsDone = 0;
+    pthread_t m_mainThread;
     std::jthread m_watchdog; // last: it is the first to end
 };
