@@ -28,10 +28,10 @@ public:
 
     /// The module that it talks to, at first 1. Replies of others are ignored.
     void setAddress(char address);
-    char address() const;
-    /// At first 0.
+    char address() const; ///< of the module that it talks to
+    /// The motor whose encoder is detected, at first 0. Replies for others are ignored.
     void setMotorBank(char motorBank);
-    char motorBank() const;
+    char motorBank() const; ///< of the motor whose encoder is detected
     /// Number of the axis parameter of the detection's state, at first 0.
     void setStateParameter(char parameter);
     /// Number of the axis parameter of the motor's full steps per turn, at first 0. It is the tool
@@ -43,16 +43,23 @@ public:
     void deleteWhenIdle();
 
 signals:
+    /// The axis parameter @p type is to be read.
     void requestValue(char address, char motorBank, char type);
+    /// @p value is to be written to the axis parameter @p type.
     void changeValue(char address, char motorBank, char type, int value);
 
 public slots:
+    /// Starts a run. The controls are locked until it is over.
     void on_btnStartInitialization_clicked();
+    /// The run is over, with a result or without: the controls are free again.
     void handleInitThreadReady();
+    /// Has the module start the detection.
     void handleStartInitialization();
+    /// Asks the module for the state of the detection.
     void handleRequestInitializationState();
+    /// Writes the motor's full steps, @p value, to the module at once.
     void on_sbFullstepResolution_valueChanged(int value);
-    /// The answer to any read or write of an axis parameter.
+    /// The answer to any read or write of an axis parameter. A state that is a result ends the run.
     void requestedValue(char address, char motorBank, char type, int value);
 
 private:

@@ -34,7 +34,9 @@ public:
 signals:
     /// The run is over, by a stop or by its limit.
     void ready();
+    /// The detection is to be started: once in each run, and first.
     void startInitialization();
+    /// The state of the detection is to be asked for: once in each cycle.
     void requestInitializationState();
 
 protected:

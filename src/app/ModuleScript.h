@@ -19,6 +19,7 @@ public:
 
     /// The title of a section. All but the first have an empty line before them.
     void writeHeading(QStringView heading);
+    /// Appends @p text, which is ASCII with its ends of lines, as it is.
     void write(const QString &text);
     /// Lets the module wait until its closed loop is initialised.
     void writeWaitForClosedLoop();

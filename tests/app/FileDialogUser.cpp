@@ -51,6 +51,7 @@ void FileDialogUser::answer(QFileDialog *dialog)
         qFatal("not the toolkit's own dialog");
     }
     ++m_dialogs;
+    m_hadParent = dialog->parentWidget();
     m_title = dialog->windowTitle();
     m_filters = dialog->nameFilters();
     m_proposedName = edit->text();

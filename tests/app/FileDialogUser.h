@@ -23,6 +23,7 @@ public:
     void willCancel();
 
     int dialogs() const { return m_dialogs; } ///< seen so far
+    bool hadParent() const { return m_hadParent; } ///< the last dialog
     QString title() const { return m_title; } ///< of the last dialog
     QStringList filters() const { return m_filters; } ///< of the last dialog
     QString proposedName() const { return m_proposedName; } ///< what stood in the last dialog
@@ -36,6 +37,7 @@ private:
     QString m_fileName; ///< null: will cancel
     QPointer<QFileDialog> m_answered; ///< null, when it is gone
     int m_dialogs = 0;
+    bool m_hadParent = false;
     QString m_title;
     QStringList m_filters;
     QString m_proposedName;

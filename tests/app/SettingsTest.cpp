@@ -177,6 +177,26 @@ void SettingsTest::runAndInterrupt(void (Stepper::*slot)(), SimulatedPort &modul
     watcher.join();
 }
 
+void SettingsTest::verifyThatPollingWaits(void (Stepper::*slot)(), const QString &fileName,
+                                          const QStringList &expected)
+{
+    SimulatedPort module;
+    setValues(module, distinctValues());
+    connectOverUsb(module.portName());
+    module.clearWireLog();
+    QTRY_VERIFY(!module.requests().isEmpty());
+    module.clearWireLog();
+    m_user->willEnter(fileName);
+    (m_stepper.get()->*slot)();
+
+    // Polling went on behind the dialog; the first request that isn't a poll begins the run.
+    const QStringList requests = module.requests();
+    const qsizetype begin = requests.indexOf(expected.constFirst());
+    QVERIFY(begin >= 0);
+    QCOMPARE(requests.mid(begin), expected);
+    QTRY_COMPARE_GT(module.requests().size(), requests.size());
+}
+
 QStringList SettingsTest::told() const
 {
     QStringList lines = m_log->lines();

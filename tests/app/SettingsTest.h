@@ -63,6 +63,10 @@ protected:
     /// Runs @p slot while another thread waits for @p count requests and then calls @p then.
     void runAndInterrupt(void (Stepper::*slot)(), SimulatedPort &module, qsizetype count,
                          const std::function<void()> &then);
+    /// Runs @p slot on @p fileName while a module with the distinct values is polled: what the run
+    /// asks has to be @p expected without a poll in between, and the polling has to go on after it.
+    void verifyThatPollingWaits(void (Stepper::*slot)(), const QString &fileName,
+                                const QStringList &expected);
     /// The debug lines without those of the platform, which shows windows and says so.
     QStringList told() const;
     /// How often an answer was waited for in vain.

@@ -21,8 +21,14 @@ class tst_StepperImport : public SettingsTest
 {
     Q_OBJECT
 
+private:
+    /// What goes over the wire in the import of the stored file, where no panel echoes.
+    static QStringList writesAndReads(int address = 1);
+
 private slots:
     void importWritesAndReadsBackInOrder();
+    void importGoesToTheModulesAddress();
+    void pollingWaitsForTheImport();
     void importTellsTheDebugStream();
     void importPrintsARefusal();
     void importShowsInThePanels();
@@ -37,6 +43,20 @@ private slots:
     void moduleLostDuringTheImport();
 };
 
+QStringList tst_StepperImport::writesAndReads(int address)
+{
+    QHash<int, int> values;
+    for (const Value &entry : distinctValues()) {
+        values.insert(entry.number, entry.value);
+    }
+    QStringList requests;
+    for (const int number : ImportedNumbers) {
+        requests.append(datagram(5, number, values.value(number), address));
+        requests.append(datagram(6, number, 0, address));
+    }
+    return requests;
+}
+
 void tst_StepperImport::importWritesAndReadsBackInOrder()
 {
     // The panels show the values of the file already, so that none of them echoes.
@@ -46,14 +66,27 @@ void tst_StepperImport::importWritesAndReadsBackInOrder()
     QCOMPARE(m_user->title(), u"Import settings"_s);
     QCOMPARE(m_user->filters(), QStringList(u"Setting files (*.ini)"_s));
     QCOMPARE(m_user->folder(), QDir::currentPath());
+    QVERIFY(!m_user->hadParent());
 
-    QStringList expected;
-    for (const int number : ImportedNumbers) {
-        expected.append(datagram(5, number, valueOf(*module, number)));
-        expected.append(datagram(6, number, 0));
-    }
-    QCOMPARE(expected.size(), 70);
-    QCOMPARE(module->requests(), expected);
+    QCOMPARE(module->requests(), writesAndReads());
+    QCOMPARE(module->requests().size(), 70);
+}
+
+void tst_StepperImport::importGoesToTheModulesAddress()
+{
+    SimulatedPort module({.address = 7}, 9600);
+    setValues(module, distinctValues());
+    connectOverSerial(module.portName(), 9600, 7);
+    stopPolling(module);
+    write(path(u"a.ini"_s), stored(u"settings.ini"_s));
+    importFile(path(u"a.ini"_s));
+    QCOMPARE(module.requests(), writesAndReads(7));
+}
+
+void tst_StepperImport::pollingWaitsForTheImport()
+{
+    write(path(u"a.ini"_s), stored(u"settings.ini"_s));
+    verifyThatPollingWaits(&Stepper::importSettings, path(u"a.ini"_s), writesAndReads());
 }
 
 void tst_StepperImport::importTellsTheDebugStream()
@@ -200,7 +233,8 @@ void tst_StepperImport::moduleLostDuringTheImport_data()
 {
     QTest::addColumn<bool>("pulledOut");
     QTest::addColumn<int>("requests");
-    for (const int requests : {1, 2, 21, 40}) { // in writes and in the questions after them
+    // 0: behind the dialog; the others in writes and in the questions after them.
+    for (const int requests : {0, 1, 2, 21, 40}) {
         QTest::addRow("silent after %d", requests) << false << requests;
         QTest::addRow("pulled out after %d", requests) << true << requests;
     }

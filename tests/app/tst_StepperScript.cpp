@@ -21,6 +21,7 @@ private slots:
     void scriptIsTheStoredOne_data();
     void scriptIsTheStoredOne();
     void scriptReadsEachParameterOnceAndTheLoopModeTwice();
+    void pollingWaitsForTheScript();
     void scriptTellsTheDebugStream();
     void scriptProposesANameWithTheTime();
     void negativeValueHasItsSign();
@@ -33,7 +34,7 @@ private slots:
     void twoModulesGiveTwoLinesEach_data();
     void twoModulesGiveTwoLinesEach();
     void settingsFileHasTheValuesOfTheCanModule();
-    void importWritesToBothModules();
+    void importWritesToBothModulesInTurn();
     void silentCanModuleEndsTheRun();
 
 private:
@@ -133,6 +134,12 @@ void tst_StepperScript::scriptReadsEachParameterOnceAndTheLoopModeTwice()
     QCOMPARE(module.requests().size(), 31);
 }
 
+void tst_StepperScript::pollingWaitsForTheScript()
+{
+    verifyThatPollingWaits(&Stepper::exportSettingsToZDRL, path(u"a.zdr"_s),
+                           readsOf(scriptNumbers()));
+}
+
 void tst_StepperScript::scriptTellsTheDebugStream()
 {
     SimulatedPort module;
@@ -153,6 +160,7 @@ void tst_StepperScript::scriptProposesANameWithTheTime()
     QCOMPARE(m_user->dialogs(), 1);
     QCOMPARE(m_user->title(), u"Export settings to ZDRL"_s);
     QCOMPARE(m_user->filters(), QStringList(u"ZDRL Files (*.zdr)"_s));
+    QVERIFY(!m_user->hadParent());
     QCOMPARE(m_user->folder(), QDir::currentPath());
     const QRegularExpression form(u"^2\\d{7}_\\d\\d\\.\\d\\d\\.\\d\\d_ZDRM-7710_Settings\\.zdr$"_s);
     QVERIFY2(form.match(m_user->proposedName()).hasMatch(), qPrintable(m_user->proposedName()));
@@ -211,7 +219,7 @@ void tst_StepperScript::moduleLostDuringTheScript_data()
 {
     QTest::addColumn<bool>("pulledOut");
     QTest::addColumn<int>("requests");
-    for (const int requests : {1, 5, 8, 30}) {
+    for (const int requests : {0, 1, 5, 8, 30}) { // 0: behind the dialog
         QTest::addRow("silent after %d", requests) << false << requests;
         QTest::addRow("pulled out after %d", requests) << true << requests;
     }
@@ -295,11 +303,12 @@ void tst_StepperScript::settingsFileHasTheValuesOfTheCanModule()
     QCOMPARE(told().at(3), u"\"MaxCurrent\" = \"77\""_s);
 }
 
-void tst_StepperScript::importWritesToBothModules()
+void tst_StepperScript::importWritesToBothModulesInTurn()
 {
     SimulatedPort module;
     SimulatedCanBus bus;
     connectBoth(module, bus);
+    QVERIFY(module.fault(u"status 4"_s)); // by which the two modules are told apart
     write(path(u"a.ini"_s), stored(u"settings.ini"_s));
     m_user->willEnter(path(u"a.ini"_s));
     m_stepper->importSettings();
@@ -310,6 +319,11 @@ void tst_StepperScript::importWritesToBothModules()
             QCOMPARE(bus.module().axisParameter(number), entry.value);
         }
     }
+    const QStringList lines = told();
+    QCOMPARE(lines.at(2), u"\"MaxCurrent\" = \"200\"(\"4\")"_s);
+    QCOMPARE(lines.at(3), u"\"MaxCurrent\" = \"200\"(\"100\")"_s);
+    QCOMPARE(lines.filter(u"\"(\"4\")"_s).size(), 35);
+    QCOMPARE(lines.filter(u"\"(\"100\")"_s).size(), 35);
 }
 
 void tst_StepperScript::silentCanModuleEndsTheRun()

@@ -55,6 +55,7 @@ private slots:
     void exportProposesANameWithTheTime();
     void exportTellsTheDebugStream();
     void exportOfANegativeValue();
+    void pollingWaitsForTheExport();
     void cancelledExportReadsEverything();
     void exportWithoutAPlaceReadsEverything_data();
     void exportWithoutAPlaceReadsEverything();
@@ -120,6 +121,7 @@ void tst_StepperSettings::exportProposesANameWithTheTime()
     QCOMPARE(m_user->dialogs(), 1);
     QCOMPARE(m_user->title(), u"Export settings"_s);
     QCOMPARE(m_user->filters(), QStringList(u"Settings files (*.ini)"_s));
+    QVERIFY(!m_user->hadParent());
     QCOMPARE(m_user->folder(), QDir::currentPath());
     const auto match =
         QRegularExpression(u"^(\\d{8}_\\d\\d\\.\\d\\d\\.\\d\\d)_ZDRM-7710_Settings\\.ini$"_s)
@@ -148,6 +150,11 @@ void tst_StepperSettings::exportOfANegativeValue()
     const auto module = connectedModule({{112, -5}});
     exportFile(path(u"a.ini"_s));
     QVERIFY(contentOf(path(u"a.ini"_s)).contains("\nEncoderOffset=-5\n"));
+}
+
+void tst_StepperSettings::pollingWaitsForTheExport()
+{
+    verifyThatPollingWaits(&Stepper::exportSettings, path(u"a.ini"_s), readsOf(exportedNumbers()));
 }
 
 void tst_StepperSettings::cancelledExportReadsEverything()
@@ -240,7 +247,7 @@ void tst_StepperSettings::moduleLostDuringTheExport_data()
 {
     QTest::addColumn<bool>("pulledOut");
     QTest::addColumn<int>("requests");
-    for (const int requests : {1, 12, 30}) {
+    for (const int requests : {0, 1, 12, 30}) { // 0: behind the dialog
         QTest::addRow("silent after %d", requests) << false << requests;
         QTest::addRow("pulled out after %d", requests) << true << requests;
     }
