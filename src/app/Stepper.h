@@ -73,8 +73,12 @@ public slots:
     /// Highlights the jog panel of the kind of motion that the module is in: 0 positioning,
     /// 1 velocity, 2 torque. Any other leaves the highlight as it is.
     void handleMotorControlModeChanged(int mode);
+    /// Reads all settings from the module into an INI file that the user names.
     void exportSettings();
+    /// Writes all settings of an INI file that the user names to the module, and reads back each.
+    /// What the file lacks, or isn't a number there, is written as 0.
     void importSettings();
+    /// Reads all settings from the module into a script in its language, which the user names.
     void exportSettingsToZDRL();
     void requestedValue(char address, char motorBank, char type, int value);
     /// @p value is the text of an item, whose number stands before " :".

@@ -28,6 +28,12 @@ ParameterAccesses notPolled(ParameterAccesses accesses)
     return accesses;
 }
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QStringList asLogged(const QString &direction, QStringList datagrams)
 {
     return datagrams.replaceInStrings(QRegularExpression(u"^"_s), direction);
@@ -115,11 +121,8 @@ void tst_Tool::run(const QString &script, const QStringList &environment,
 
 QStringList tst_Tool::wireLog() const
 {
-    QFile file(m_folder->filePath(u"wire.log"_s));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return QString::fromLatin1(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    return QString::fromLatin1(contentOf(m_folder->filePath(u"wire.log"_s)))
+        .split(u'\n', Qt::SkipEmptyParts);
 }
 
 QStringList tst_Tool::commandLog() const
@@ -211,6 +214,11 @@ void tst_Tool::demo()
     }
     const int scale = environment.contains(u"QT_SCALE_FACTOR=2"_s) ? 2 : 1;
     QCOMPARE(QImage(folder.filePath(u"connection.png"_s)).size(), QSize(1000, 500) * scale);
+    for (const char *name : {"settings.ini", "settings.zdr"}) {
+        const QByteArray stored = contentOf(QStringLiteral(ZDR_DATA "/") + QLatin1String(name));
+        QVERIFY(!stored.isEmpty());
+        QCOMPARE(contentOf(folder.filePath(QLatin1String(name))), stored);
+    }
 }
 
 void tst_Tool::portPulledOutWhileIdle()
