@@ -218,8 +218,9 @@ QString MainAppStyle::setBaseStyle(QWidget *widget)
                                 u":/fonts/MoravintFontBold"_s}) {
         QFontDatabase::addApplicationFont(file);
     }
+    // The system's own families stay behind it, for the case that it isn't there.
     QFont font = QApplication::font();
-    font.setFamily(u"ManualOrifice"_s);
+    font.setFamilies(QStringList(u"ManualOrifice"_s) + m_savedFont.families());
     QApplication::setFont(font);
     return u"qml/"_s;
 }

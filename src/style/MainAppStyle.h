@@ -24,8 +24,7 @@ class MainAppStyle : public QWidget
 
 public:
     /// @param mainWindow the parent, whose tool bars and buttons follow the size of the font. Its
-    /// own
-    ///                   style sheet gives way to that of the look and isn't put back.
+    /// own style sheet gives way to that of the look and isn't put back.
     explicit MainAppStyle(QWidget *mainWindow);
     /// Puts back the application's style, palette, font and style sheet.
     ~MainAppStyle() override;

@@ -4,6 +4,7 @@
 #include "support/MetaMethods.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QSignalSpy>
 #include <QStyle>
@@ -27,6 +28,7 @@ private slots:
     void applyingWithoutAChosenSize();
     void widgetGetsTheBaseSheet();
     void fontIsOurs();
+    void withoutOurFontsTheSystemsStays();
     void endPutsAllBack_data();
     void endPutsAllBack();
     void endIsToldBeforeTheStateGoesBack();
@@ -38,6 +40,14 @@ namespace {
 const QString SizeKey = u"Mainwindow/SizeButtonNr"_s;
 
 } // namespace
+
+/// While it lives, the program has no pictures and no fonts of its own. Outside of any namespace,
+/// as the functions that it calls are.
+struct MissingResources
+{
+    MissingResources() { Q_CLEANUP_RESOURCE(resources); }
+    ~MissingResources() { Q_INIT_RESOURCE(resources); }
+};
 
 void tst_MainAppStyle::signalsAndSlots()
 {
@@ -139,6 +149,28 @@ void tst_MainAppStyle::fontIsOurs()
     QFont italic = QApplication::font();
     italic.setItalic(true);
     QVERIFY(QFontInfo(italic).italic());
+}
+
+void tst_MainAppStyle::withoutOurFontsTheSystemsStays()
+{
+    QFontDatabase::removeAllApplicationFonts();
+    const MissingResources missing;
+    const QFont oldFont = QApplication::font();
+    QFont font = oldFont;
+    font.setFamily(QFontInfo(QFontDatabase::systemFont(QFontDatabase::FixedFont)).family());
+    QVERIFY(QFontInfo(QFont(u"ManualOrifice"_s)).family() != font.family());
+    QApplication::setFont(font);
+    makeStyle();
+    {
+        const DebugLog log;
+        m_style->applyStyle(m_window.get());
+        QCOMPARE(log.lines(), QStringList());
+    }
+    QCOMPARE(QApplication::font().family(), u"ManualOrifice"_s);
+    QCOMPARE(QFontInfo(QApplication::font()).family(), font.family());
+    delete m_style;
+    QCOMPARE(QApplication::font(), font);
+    QApplication::setFont(oldFont);
 }
 
 void tst_MainAppStyle::endPutsAllBack_data()

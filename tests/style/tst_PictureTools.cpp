@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPalette>
 #include <QTest>
 
@@ -25,6 +26,7 @@ private slots:
     void textStandsInTheMiddle();
     void textIsAnOutlineInHalfNavy();
     void textIsAsHighAsThePicture();
+    void textIsBoldAndItalic();
     void binary_data();
     void binary();
     void hexadecimal_data();
@@ -216,6 +218,25 @@ void tst_PictureTools::textIsAsHighAsThePicture()
     QPixmap sharp = clear(QSize(800, 80));
     sharp.setDevicePixelRatio(2);
     QCOMPARE_LE(qAbs(inkOf(textOver(sharp, u"H"_s).toImage()).height() - 2 * small), 4);
+}
+
+void tst_PictureTools::textIsBoldAndItalic()
+{
+    const auto outlineOf = [](QFont::Weight weight, bool italic) {
+        QFont font = QApplication::font();
+        font.setPixelSize(100);
+        font.setWeight(weight);
+        font.setItalic(italic);
+        QPainterPath outline;
+        outline.addText(0, 0, font, u"I"_s);
+        return outline;
+    };
+    const qreal width = outlineOf(QFont::Bold, true).boundingRect().width();
+    QVERIFY(width > outlineOf(QFont::Bold, false).boundingRect().width() + 5); // it leans
+    QVERIFY(width > outlineOf(QFont::Normal, true).boundingRect().width() + 5); // and is broad
+
+    const QRect ink = inkOf(textOver(clear(QSize(200, 100)), u"I"_s).toImage());
+    QCOMPARE_LE(qAbs(ink.width() - (width + 2)), 2); // the pen is 2 wide
 }
 
 void tst_PictureTools::binary_data()
