@@ -18,11 +18,15 @@ namespace {
 using namespace simulator;
 
 /// The line to the simulated bus, which every call uses. Programs call from one thread.
-BusLine busLine;
+BusLine &busLine()
+{
+    static BusLine line;
+    return line;
+}
 
 CanAnswer execute(const CanCall &call)
 {
-    return busLine.execute(call);
+    return busLine().execute(call);
 }
 
 template <typename... Arguments>
@@ -41,7 +45,7 @@ ZDR_EXPORT void canInitializeLibrary()
     // Comes before each opening. The line of an earlier one goes on, unless its bus is gone.
     const CanCall call = callOf(CanFunction::InitializeLibrary);
     if (execute(call).result < 0) {
-        busLine = BusLine::connect();
+        busLine() = BusLine::connect();
         execute(call);
     }
 }

@@ -165,9 +165,12 @@ void Stepper::handleCanKvaserDeviceClosed(char id)
 void Stepper::readModuleSettings()
 {
     // Each panel is asked only while there is a module: the flag is set from within an exchange.
-    const auto readAll = [this](auto *...panels) {
-        (... && (!m_deviceDetached && (panels->readValues(), true)));
+    const auto read = [this](auto *panel) {
+        if (!m_deviceDetached) {
+            panel->readValues();
+        }
     };
+    const auto readAll = [&read](auto *...panels) { (read(panels), ...); };
     // The second panels for ramp and correction fill themselves from the replies to the first.
     readAll(m_ui->wJogVelocityControl, m_ui->wModuleSettings, m_ui->wOpenLoopSettings,
             m_ui->wChopperSettings, m_ui->wVelocityRampControl1, m_ui->wFieldWeakeningSettings,

@@ -74,10 +74,10 @@ LineSettings TermiosSettings::load(const termios2 &line)
 
 void TermiosSettings::makeRaw(termios2 &line)
 {
-    line.c_iflag &= ~(IGNBRK | BRKINT | IGNPAR | PARMRK | INPCK | ISTRIP | INLCR | IGNCR | ICRNL
-                      | IUCLC | IXANY | IMAXBEL | FlowByCharacters);
+    line.c_iflag &= ~tcflag_t(IGNBRK | BRKINT | IGNPAR | PARMRK | INPCK | ISTRIP | INLCR | IGNCR
+                              | ICRNL | IUCLC | IXANY | IMAXBEL | FlowByCharacters);
     line.c_oflag &= ~tcflag_t(OPOST);
-    line.c_lflag &= ~(ECHO | ECHONL | ICANON | ISIG | IEXTEN);
+    line.c_lflag &= ~tcflag_t(ECHO | ECHONL | ICANON | ISIG | IEXTEN);
     // CLOCAL: a missing carrier is for the reader of the modem lines and doesn't hang up.
     line.c_cflag |= CREAD | CLOCAL;
 }
