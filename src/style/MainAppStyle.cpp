@@ -29,7 +29,7 @@ constexpr int DefaultSizeButton = 1;
 const QString SizeButtonName = u"sizeBtn"_s;
 
 /// By button id.
-const QStringList SizeRules = {
+const QString SizeRules[] = {
     u"QWidget {font-size: 20px}"_s,
     u"QWidget {font-size: 16px}"_s,
     u"QWidget {font-size: 12px}"_s,
@@ -189,14 +189,15 @@ QFrame *MainAppStyle::createSizeStrip()
     auto *layout = new QHBoxLayout(strip);
     layout->setSpacing(0);
     layout->setContentsMargins(0, 0, 0, 0);
-    for (int id = 0; id < SizeRules.size(); ++id) {
+    int id = 0;
+    for (const QString &rule : SizeRules) {
         auto *button = new QToolButton(strip);
         button->setObjectName(SizeButtonName);
         button->setText(u"A"_s);
-        button->setAccessibleName(tr("Font size %1").arg(numberIn(SizeRules.at(id))));
+        button->setAccessibleName(tr("Font size %1").arg(numberIn(rule)));
         button->setCheckable(true);
-        button->setStyleSheet(SizeRules.at(id));
-        m_sizeButtons->addButton(button, id);
+        button->setStyleSheet(rule);
+        m_sizeButtons->addButton(button, id++);
         layout->addWidget(button);
         connect(button, &QToolButton::clicked, this, &MainAppStyle::setFontSizeStyle);
     }
