@@ -38,6 +38,7 @@ private slots:
     void notificationWritesInPart();
     void notificationOfNothing();
     void notificationThatThePortRefuses();
+    void flushTakesTheNotificationsWork();
     void pushedWritesDrainTheBuffer();
     void writeFromBytesWritten();
 };
@@ -238,6 +239,24 @@ void tst_AbstractSerialWriting::notificationThatThePortRefuses()
 }
 
 // Engines call back as soon as the notification is turned on, so a write drains itself.
+void tst_AbstractSerialWriting::flushTakesTheNotificationsWork()
+{
+    AbstractSerial device;
+    QVERIFY(device.open(Buffered));
+    FakeSerialEngine *const engine = FakeSerialEngine::last();
+    QCOMPARE(device.write("123456"_ba), 6);
+    FakeSerialEngine::log().clear();
+    engine->writeAnswer = 4;
+    QVERIFY(device.flush());
+    QVERIFY(engine->isWriteNotificationEnabled()); // there is a rest
+    engine->writeAnswer.reset();
+    QVERIFY(device.flush());
+    QCOMPARE(FakeSerialEngine::log(),
+             (QStringList{u"write(6)"_s, u"write(2)"_s, u"setWrite(false, false)"_s}));
+    QVERIFY(!engine->isWriteNotificationEnabled());
+    QCOMPARE(engine->written, "123456"_ba);
+}
+
 void tst_AbstractSerialWriting::pushedWritesDrainTheBuffer()
 {
     AbstractSerial device;

@@ -8,7 +8,7 @@ add_library(zdr_remote_objects STATIC
     support/SimulatedCanBus.h
     support/SimulatedPort.h)
 zdr_configure_target(zdr_remote_objects)
-target_link_libraries(zdr_remote_objects PUBLIC zdr_test_support ws2_32)
+target_link_libraries(zdr_remote_objects PUBLIC zdr_import_table zdr_test_support ws2_32)
 
 # --- The engine, the notifier and the list of ports
 foreach(subject Engine EngineTransfer Notifier)
@@ -17,9 +17,12 @@ foreach(subject Engine EngineTransfer Notifier)
         LIBRARIES zdr_windows_serial zdr_remote_objects)
     target_include_directories(tst_NativeSerial${subject} PRIVATE "${tests}/serial")
 endforeach()
-zdr_add_test(tst_SerialDeviceEnumerator
-    SOURCES serial/tst_SerialDeviceEnumerator.cpp serial/DeviceKey.cpp serial/DeviceKey.h
-    LIBRARIES zdr_windows_serial zdr_remote_objects)
+foreach(subject "" Calls)
+    zdr_add_test(tst_SerialDeviceEnumerator${subject}
+        SOURCES serial/tst_SerialDeviceEnumerator${subject}.cpp
+            serial/DeviceKey.cpp serial/DeviceKey.h
+        LIBRARIES zdr_windows_serial zdr_remote_objects)
+endforeach()
 
 # --- The serial handler
 foreach(chapter Choices Exchange Version Wait)
@@ -33,7 +36,9 @@ set_property(TEST tst_QSerialCommandHandlerWait APPEND PROPERTY
 zdr_add_test(tst_QSerialCommandHandlerPort
     SOURCES comm/tst_QSerialCommandHandlerPort.cpp
     LIBRARIES zdr::comm zdr_remote_objects)
-zdr_add_shared_test(tst_ReplyPolling comm LIBRARIES zdr::comm zdr_remote_objects)
+foreach(class ExchangeChain ReplyPolling)
+    zdr_add_shared_test(tst_${class} comm LIBRARIES zdr::comm zdr_remote_objects)
+endforeach()
 
 # --- The CAN handler. The double of the maker's library has a folder of its own, for one test's PATH.
 set(double "${PROJECT_SOURCE_DIR}/simulator/can")
@@ -87,7 +92,13 @@ add_library(zdr_driver MODULE ${driver_sources})
 zdr_configure_target(zdr_driver)
 target_include_directories(zdr_driver PRIVATE "${tests}" "${tests}/driver")
 target_link_libraries(zdr_driver PRIVATE Qt6::Widgets Qt6::Test)
-set_target_properties(zdr_driver PROPERTIES
+# Ends any Qt program at its first paint.
+add_library(zdr_first_paint MODULE
+    ${PROJECT_SOURCE_DIR}/benchmarks/FirstPaintPlugin.cpp
+    ${PROJECT_SOURCE_DIR}/benchmarks/FirstPaintPlugin.json)
+zdr_configure_target(zdr_first_paint)
+target_link_libraries(zdr_first_paint PRIVATE Qt6::Gui)
+set_target_properties(zdr_driver zdr_first_paint PROPERTIES
     PREFIX ""
     LIBRARY_OUTPUT_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/driver/generic")
 add_custom_command(TARGET zdr_driver POST_BUILD

@@ -1,9 +1,6 @@
 #include "comm/SleepCounter.h"
 
-#include <qt_windows.h>
-
-#include <cstdint>
-#include <cstring>
+#include "support/ImportedFunction.h"
 
 namespace {
 
@@ -15,43 +12,13 @@ void WINAPI notedSleep(DWORD msecs)
     Sleep(msecs);
 }
 
-/// Lets the functions of the toolkit's core that call Sleep() call notedSleep().
-bool redirectToolkitsSleep()
-{
-    auto *const core = reinterpret_cast<std::uint8_t *>(GetModuleHandleW(L"Qt6Core.dll"));
-    const auto *dos = reinterpret_cast<const IMAGE_DOS_HEADER *>(core);
-    const auto *headers = reinterpret_cast<const IMAGE_NT_HEADERS *>(core + dos->e_lfanew);
-    const auto &imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    bool done = false;
-    for (auto *library =
-             reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR *>(core + imports.VirtualAddress);
-         library->Name != 0; ++library) {
-        auto *name = reinterpret_cast<const IMAGE_THUNK_DATA *>(core + library->OriginalFirstThunk);
-        auto *entry = reinterpret_cast<IMAGE_THUNK_DATA *>(core + library->FirstThunk);
-        for (; name->u1.AddressOfData != 0; ++name, ++entry) {
-            if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) {
-                continue;
-            }
-            const auto *function =
-                reinterpret_cast<const IMAGE_IMPORT_BY_NAME *>(core + name->u1.AddressOfData);
-            if (std::strcmp(reinterpret_cast<const char *>(function->Name), "Sleep") == 0) {
-                DWORD protection = 0;
-                VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &protection);
-                entry->u1.Function = reinterpret_cast<std::uintptr_t>(&notedSleep);
-                VirtualProtect(entry, sizeof *entry, protection, &protection);
-                done = true;
-            }
-        }
-    }
-    return done;
-}
-
 } // namespace
 
 SleepCounter::SleepCounter()
 {
-    static const bool redirected = redirectToolkitsSleep();
-    current = redirected ? this : nullptr;
+    static const ImportedFunction sleepOfTheToolkit(L"Qt6Core.dll", "Sleep",
+                                                    reinterpret_cast<void *>(&notedSleep));
+    current = this;
 }
 
 SleepCounter::~SleepCounter()

@@ -26,9 +26,6 @@ private slots:
     void dataBits_data();
     void dataBits();
     void dataBitsAgainstStopBits();
-    void parity_data();
-    void parity();
-    void stopBitsGuardLooksAtTheStateBefore();
     void flowControl_data();
     void flowControl();
     void undefinedValuesAreRefused();
@@ -253,44 +250,6 @@ void tst_NativeSerialEngine::dataBitsAgainstStopBits()
     QVERIFY(line.pty.line().contains(" 1 "));
     QVERIFY(line.engine->setDataBits(AbstractSerial::DataBits5));
     QCOMPARE(line.engine->dataBits(), AbstractSerial::DataBits5);
-}
-
-void tst_NativeSerialEngine::parity_data()
-{
-    QTest::addColumn<AbstractSerial::Parity>("value");
-    QTest::newRow("odd") << AbstractSerial::ParityOdd;
-    QTest::newRow("even") << AbstractSerial::ParityEven;
-    QTest::newRow("mark") << AbstractSerial::ParityMark;
-    QTest::newRow("space") << AbstractSerial::ParitySpace;
-    QTest::newRow("none") << AbstractSerial::ParityNone;
-}
-
-void tst_NativeSerialEngine::parity()
-{
-    QFETCH(AbstractSerial::Parity, value);
-    WatchedLine line;
-    QVERIFY(line.engine->setParity(value));
-    QCOMPARE(line.engine->parity(), value);
-    QVERIFY(line.engine->setParity(AbstractSerial::ParityNone));
-    QCOMPARE(int(line.line().Parity), int(AbstractSerial::ParityNone));
-    QCOMPARE(line.engine->parity(), AbstractSerial::ParityNone);
-}
-
-void tst_NativeSerialEngine::stopBitsGuardLooksAtTheStateBefore()
-{
-    WatchedLine line;
-    QVERIFY(line.engine->setDataBits(AbstractSerial::DataBits8));
-    // Passes with 8 data bits, since the stop bits are 1; and then this call leads nowhere else.
-    if (line.engine->setStopBits(AbstractSerial::StopBits1_5)) {
-        QCOMPARE(line.engine->stopBits(), AbstractSerial::StopBits1_5);
-        QVERIFY(!line.engine->setStopBits(AbstractSerial::StopBits1));
-        QVERIFY(!line.engine->setStopBits(AbstractSerial::StopBits2));
-        QVERIFY(!line.engine->setDataBits(AbstractSerial::DataBits8));
-        QCOMPARE(line.engine->stopBits(), AbstractSerial::StopBits1_5);
-    } else {
-        // A driver may refuse the pair, as Windows' own does.
-        QCOMPARE(line.engine->stopBits(), AbstractSerial::StopBits1);
-    }
 }
 
 void tst_NativeSerialEngine::flowControl_data()

@@ -1,11 +1,12 @@
 #include "RegistryKey.h"
+#include "RegistryVariant.h"
 #include "support/TestCase.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-/// What the values of the registry say, by type, and reading them from a real key.
+/// Reading the values of a real key, and hearing of their changes.
 class tst_RegistryKey : public TestCase
 {
     Q_OBJECT
@@ -14,8 +15,6 @@ private slots:
     void init();
     void cleanup();
 
-    void variantByType_data();
-    void variantByType();
     void missingKey();
     void takesOverNoKey();
     void walksValues();
@@ -66,45 +65,6 @@ void tst_RegistryKey::set(const wchar_t *name, DWORD type, const QByteArray &dat
     QCOMPARE(RegSetKeyValueW(HKEY_LOCAL_MACHINE, wideName(path), name, type, data.constData(),
                              static_cast<DWORD>(data.size())),
              LSTATUS(ERROR_SUCCESS));
-}
-
-void tst_RegistryKey::variantByType_data()
-{
-    QTest::addColumn<DWORD>("type");
-    QTest::addColumn<QByteArray>("data");
-    QTest::addColumn<QVariant>("variant");
-
-    const QString twoParts(u"ab\0cd\0"_s);
-    QTest::newRow("string") << DWORD(REG_SZ) << wide(twoParts) << QVariant(u"ab"_s);
-    QTest::newRow("string without end") << DWORD(REG_SZ) << wide(u"ab"_s) << QVariant(u"ab"_s);
-    QTest::newRow("string of half a character")
-        << DWORD(REG_SZ) << wide(u"ab"_s) + 'c' << QVariant(u"ab"_s);
-    QTest::newRow("empty string") << DWORD(REG_SZ) << QByteArray() << QVariant(QString());
-    QTest::newRow("string with variables, which stay")
-        << DWORD(REG_EXPAND_SZ) << wide(u"%SystemRoot%\\x\0"_s) << QVariant(u"%SystemRoot%\\x"_s);
-    QTest::newRow("none") << DWORD(REG_NONE) << wide(twoParts) << QVariant(twoParts);
-    QTest::newRow("binary") << DWORD(REG_BINARY) << wide(twoParts) << QVariant(twoParts);
-    QTest::newRow("number") << DWORD(REG_DWORD) << "\x01\x02\x03\xff"_ba << QVariant(0xff030201U);
-    QTest::newRow("number, other order")
-        << DWORD(REG_DWORD_BIG_ENDIAN) << "\x01\x02\x03\xff"_ba << QVariant(0x010203ffU);
-    QTest::newRow("number cut short") << DWORD(REG_DWORD) << "\x01\x02\x03"_ba << QVariant();
-    QTest::newRow("list") << DWORD(REG_MULTI_SZ) << wide(u"ab\0cd\0\0"_s)
-                          << QVariant(QStringList{u"ab"_s, u"cd"_s});
-    QTest::newRow("list, ended by the first empty one")
-        << DWORD(REG_MULTI_SZ) << wide(u"ab\0\0cd\0\0"_s) << QVariant(QStringList{u"ab"_s});
-    QTest::newRow("list without end")
-        << DWORD(REG_MULTI_SZ) << wide(u"ab\0cd"_s) << QVariant(QStringList{u"ab"_s, u"cd"_s});
-    QTest::newRow("empty list") << DWORD(REG_MULTI_SZ) << QByteArray() << QVariant(QStringList());
-    QTest::newRow("link") << DWORD(REG_LINK) << wide(twoParts) << QVariant();
-    QTest::newRow("long number") << DWORD(REG_QWORD) << "12345678"_ba << QVariant();
-    QTest::newRow("unknown") << DWORD(4711) << wide(twoParts) << QVariant();
-}
-
-void tst_RegistryKey::variantByType()
-{
-    QFETCH(DWORD, type);
-    QFETCH(QByteArray, data);
-    QTEST(registryVariant(type, data), "variant");
 }
 
 void tst_RegistryKey::missingKey()

@@ -10,8 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How long one block may take.
-constexpr DWORD TransferLimit = 5000; // ms
 /// The gap between two characters that ends a read. It is this number as such, and not the one of
 /// all ones, which would let every read answer at once.
 constexpr DWORD ReadInterval = 65535; // ms
@@ -21,6 +19,28 @@ DWORD accessFor(QIODevice::OpenMode mode)
     return (mode.testFlag(QIODevice::ReadOnly) ? GENERIC_READ : 0)
         | (mode.testFlag(QIODevice::WriteOnly) ? GENERIC_WRITE : 0);
 }
+
+/// Makes the events that a port is watched for include @p wanted while the object lives. Whoever
+/// waits for the port's events meanwhile, as the notifier does, sees its wait end without an event.
+class WidenedMask
+{
+public:
+    WidenedMask(HANDLE port, DWORD wanted)
+        : m_port(port)
+    {
+        GetCommMask(m_port, &m_before);
+        if ((m_before & wanted) != wanted) {
+            SetCommMask(m_port, m_before | wanted);
+        }
+    }
+    ~WidenedMask() { SetCommMask(m_port, m_before); }
+    WidenedMask(const WidenedMask &) = delete;
+    WidenedMask &operator=(const WidenedMask &) = delete;
+
+private:
+    HANDLE m_port;
+    DWORD m_before = 0;
+};
 
 } // namespace
 
@@ -37,7 +57,7 @@ bool NativeSerialEnginePrivate::openPort(QIODevice::OpenMode mode)
     const HANDLE opened = CreateFileW(portPath(deviceName).c_str(), accessFor(mode), NoSharing,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
     descriptor = reinterpret_cast<qintptr>(opened);
-    return isOpen();
+    return isOpen() && takeOver(mode);
 }
 
 bool NativeSerialEnginePrivate::takeOver(QIODevice::OpenMode mode)
@@ -77,7 +97,7 @@ void NativeSerialEnginePrivate::restoreTimeouts()
 
 bool NativeSerialEnginePrivate::closePort()
 {
-    OverlappedRecord *const records[] = {&m_readRecord, &m_writeRecord, &waitRecord};
+    OverlappedRecord *const records[] = {&m_readRecord, &m_writeRecord, &m_waitRecord};
     CancelIo(port());
     for (const OverlappedRecord *record : records) {
         record->settle();
@@ -96,7 +116,7 @@ qint64 NativeSerialEnginePrivate::readBlock(char *data, qint64 size)
     if (!m_readRecord.hasEvent()) {
         return -1;
     }
-    const auto asked = static_cast<DWORD>(std::min(size, ReadBlockSize));
+    const auto asked = static_cast<DWORD>(std::min(size, PortTransfer::ReadBlockSize));
     const BOOL atOnce = ReadFile(port(), m_readBlock.data(), asked, nullptr, m_readRecord.begin());
     const qint64 count = finish(m_readRecord, atOnce);
     if (count > 0) {
@@ -110,22 +130,30 @@ qint64 NativeSerialEnginePrivate::writeBlock(const char *data, qint64 size)
     if (!m_writeRecord.hasEvent()) {
         return -1;
     }
-    const auto asked = static_cast<DWORD>(std::min(size, WriteBlockSize));
+    const auto asked = static_cast<DWORD>(std::min(size, PortTransfer::WriteBlockSize));
     std::copy_n(data, asked, m_writeBlock.begin());
     const BOOL atOnce =
         WriteFile(port(), m_writeBlock.data(), asked, nullptr, m_writeRecord.begin());
     return finish(m_writeRecord, atOnce);
 }
 
-std::optional<DWORD> NativeSerialEnginePrivate::waitForEvent(DWORD msecs)
+std::optional<PortTransfer::Events>
+NativeSerialEnginePrivate::waitForEvents(bool toRead, bool toWrite, int msecs)
 {
-    m_waitedEvents = 0;
-    if (!WaitCommEvent(port(), &m_waitedEvents, waitRecord.begin())
-        && (GetLastError() != ERROR_IO_PENDING || !waitRecord.waitForEnd(msecs)
-            || !waitRecord.byteCount(port()))) {
+    if (!m_waitRecord.hasEvent()) {
         return std::nullopt;
     }
-    return m_waitedEvents;
+    const WidenedMask mask(port(),
+                           (toRead ? DWORD{EV_RXCHAR} : 0) | (toWrite ? DWORD{EV_TXEMPTY} : 0));
+    m_waitedEvents = 0;
+    if (!WaitCommEvent(port(), &m_waitedEvents, m_waitRecord.begin())
+        && (GetLastError() != ERROR_IO_PENDING
+            || !m_waitRecord.waitForEnd(static_cast<DWORD>(msecs))
+            || !m_waitRecord.byteCount(port()))) {
+        return std::nullopt;
+    }
+    return PortTransfer::Events{(m_waitedEvents & EV_RXCHAR) != 0,
+                                (m_waitedEvents & EV_TXEMPTY) != 0};
 }
 
 bool NativeSerialEnginePrivate::applySettings()
@@ -144,13 +172,15 @@ bool NativeSerialEnginePrivate::createEvents(QIODevice::OpenMode mode)
 {
     return (!mode.testFlag(QIODevice::ReadOnly) || m_readRecord.createEvent())
         && (!mode.testFlag(QIODevice::WriteOnly) || m_writeRecord.createEvent())
-        && waitRecord.createEvent();
+        && m_waitRecord.createEvent();
 }
 
 /// The byte count of a transfer that was started on @p record and, with @p atOnce, has ended.
 qint64 NativeSerialEnginePrivate::finish(OverlappedRecord &record, BOOL atOnce) const
 {
-    if (!atOnce && (GetLastError() != ERROR_IO_PENDING || !record.waitForEnd(TransferLimit))) {
+    if (!atOnce
+        && (GetLastError() != ERROR_IO_PENDING
+            || !record.waitForEnd(PortTransfer::TransferLimit))) {
         return -1;
     }
     const std::optional<DWORD> count = record.byteCount(port());

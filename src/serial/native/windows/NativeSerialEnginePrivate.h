@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OverlappedRecord.h"
+#include "PortTransfer.h"
 #include "serial/SerialLineState.h"
 
 #include <QIODevice>
@@ -18,36 +19,31 @@ class NativeSerialNotifier;
 class NativeSerialEnginePrivate : public SerialLineState
 {
 public:
-    static constexpr qint64 ReadBlockSize = 256; ///< bytes
-    static constexpr qint64 WriteBlockSize = 512; ///< bytes
-
     NativeSerialEnginePrivate();
 
     bool isOpen() const { return descriptor != InvalidDescriptor; }
     /// The open port; INVALID_HANDLE_VALUE, which every function refuses, while closed.
     HANDLE port() const { return reinterpret_cast<HANDLE>(descriptor); }
 
-    /// Opens the port named deviceName for @p mode and for nobody else; see takeOver().
+    /// Opens the port named deviceName for @p mode and for nobody else, saves the settings found,
+    /// puts the defaults in their place, reads them back and makes the events that @p mode needs.
+    /// If any of that failed it answers false, and the port may be left open.
     bool openPort(QIODevice::OpenMode mode);
-    /// Saves the settings found on the newly opened port, puts the defaults in their place, reads
-    /// them back and makes the events that @p mode needs. False if any of that failed.
-    bool takeOver(QIODevice::OpenMode mode);
     /// Gives the timeouts found on opening back to the port, and nothing else.
     void restoreTimeouts();
     /// Ends all transfers and closes port and events. False if an event could not be closed.
     bool closePort();
 
-    /// Each moves one block of at most its size and answers how many bytes were moved, -1 on a
-    /// failure or if the block took longer than 5000 ms. A block moves for the direction that the
-    /// port is open for alone.
+    /// Each moves one block of at most its size (see PortTransfer) and answers how many bytes were
+    /// moved, -1 on a failure or if the block took too long. A block moves for the direction that
+    /// the port is open for alone.
     qint64 readBlock(char *data, qint64 size);
     qint64 writeBlock(const char *data, qint64 size);
 
-    /// Waits at most @p msecs for one of the events in the port's mask and answers what happened;
-    /// nothing if the wait failed or took too long.
-    std::optional<DWORD> waitForEvent(DWORD msecs);
+    /// Waits at most @p msecs for the events asked for and answers what happened; nothing if the
+    /// wait failed or took too long.
+    std::optional<PortTransfer::Events> waitForEvents(bool toRead, bool toWrite, int msecs);
 
-    OverlappedRecord waitRecord;
     NativeSerialNotifier *notifier = nullptr; ///< a child of the engine; null until first needed
 
 protected:
@@ -55,6 +51,7 @@ protected:
     void applyTimeouts() override;
 
 private:
+    bool takeOver(QIODevice::OpenMode mode);
     bool createEvents(QIODevice::OpenMode mode);
     qint64 finish(OverlappedRecord &record, BOOL atOnce) const;
 
@@ -64,8 +61,9 @@ private:
     COMMTIMEOUTS m_foundTimeouts{};
     OverlappedRecord m_readRecord;
     OverlappedRecord m_writeRecord;
+    OverlappedRecord m_waitRecord;
     /// What a wait has seen. Not on the stack of the wait, since one that took too long ends later.
     DWORD m_waitedEvents = 0;
-    std::array<char, ReadBlockSize> m_readBlock{};
-    std::array<char, WriteBlockSize> m_writeBlock{};
+    std::array<char, PortTransfer::ReadBlockSize> m_readBlock{};
+    std::array<char, PortTransfer::WriteBlockSize> m_writeBlock{};
 };

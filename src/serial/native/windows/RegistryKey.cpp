@@ -1,46 +1,11 @@
 #include "RegistryKey.h"
 
-#include <QStringList>
-#include <QtEndian>
-
-#include <algorithm>
 #include <array>
 
 namespace {
 
 /// The room for the name of a value, and for its data, when values are read one after the other.
 constexpr DWORD BufferSize = 16384; // bytes
-
-QString wideCharacters(const QByteArray &data)
-{
-    static_assert(sizeof(wchar_t) == sizeof(char16_t));
-    QString text(data.size() / qsizetype(sizeof(char16_t)), Qt::Uninitialized);
-    std::copy_n(data.cbegin(), text.size() * qsizetype(sizeof(char16_t)),
-                reinterpret_cast<char *>(text.data()));
-    return text;
-}
-
-/// The text before the first zero, which the registry doesn't promise to be there.
-QString upToEnd(const QString &text)
-{
-    return text.left(text.indexOf(QChar::Null));
-}
-
-QStringList upToFirstEmpty(const QString &text)
-{
-    const QStringList all = text.split(QChar::Null);
-    const auto end = std::find(all.cbegin(), all.cend(), QString());
-    return QStringList(all.cbegin(), end);
-}
-
-QVariant number(const QByteArray &data, bool bigEndian)
-{
-    if (data.size() < qsizetype(sizeof(quint32))) {
-        return {};
-    }
-    return bigEndian ? qFromBigEndian<quint32>(data.constData())
-                     : qFromLittleEndian<quint32>(data.constData());
-}
 
 } // namespace
 
@@ -105,24 +70,4 @@ void RegistryKey::notifyOfChange(HANDLE event) const
     constexpr BOOL WithSubtree = TRUE;
     constexpr BOOL Asynchronous = TRUE;
     RegNotifyChangeKeyValue(m_key, WithSubtree, REG_NOTIFY_CHANGE_LAST_SET, event, Asynchronous);
-}
-
-QVariant registryVariant(DWORD type, const QByteArray &data)
-{
-    switch (type) {
-    case REG_SZ:
-    case REG_EXPAND_SZ:
-        return upToEnd(wideCharacters(data));
-    case REG_NONE:
-    case REG_BINARY:
-        return wideCharacters(data);
-    case REG_DWORD:
-        return number(data, false);
-    case REG_DWORD_BIG_ENDIAN:
-        return number(data, true);
-    case REG_MULTI_SZ:
-        return upToFirstEmpty(wideCharacters(data));
-    default:
-        return {};
-    }
 }

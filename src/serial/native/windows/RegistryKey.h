@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QString>
-#include <QVariant>
 #include <qt_windows.h>
 
 #include <optional>
@@ -45,7 +44,3 @@ public:
 private:
     HKEY m_key = nullptr;
 };
-
-/// What the @p data of a value of @p type says: a string, a number, or a list of strings; nothing
-/// for any other type. Data that ends before its time ends the string or the list.
-QVariant registryVariant(DWORD type, const QByteArray &data);

@@ -5,6 +5,7 @@
 #include "serial/SerialDeviceEnumerator.h"
 
 #include <type_traits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -55,8 +56,12 @@ bool scanClass(const GUID &deviceClass, SerialInfoMap &ports)
 SerialDeviceEnumeratorPrivate::SerialDeviceEnumeratorPrivate(SerialDeviceEnumerator *owner)
     : q(owner)
 {
-    if (event.create()) {
-        key = std::make_unique<RegistryKey>(WatchedKey, KEY_NOTIFY);
+    if (!eventHandle.create()) {
+        return;
+    }
+    auto watched = std::make_unique<RegistryKey>(WatchedKey, KEY_NOTIFY);
+    if (watched->isOpen()) {
+        keyHandle = std::move(watched);
     }
 }
 
@@ -64,22 +69,22 @@ SerialDeviceEnumeratorPrivate::~SerialDeviceEnumeratorPrivate() = default;
 
 void SerialDeviceEnumeratorPrivate::makeNotifier()
 {
-    if (notifier || !event.isValid()) {
+    if (notifier || !eventHandle.isValid()) {
         return;
     }
-    notifier = std::make_unique<QWinEventNotifier>(event.get(), q);
+    notifier = std::make_unique<QWinEventNotifier>(eventHandle.get(), q);
     QObject::connect(notifier.get(), &QWinEventNotifier::activated, q,
                      &SerialDeviceEnumerator::_q_processWatcher);
 }
 
 bool SerialDeviceEnumeratorPrivate::canWatch() const
 {
-    return notifier && key && key->isOpen();
+    return notifier && keyHandle;
 }
 
 void SerialDeviceEnumeratorPrivate::armWatch()
 {
-    key->notifyOfChange(event.get());
+    keyHandle->notifyOfChange(eventHandle.get());
 }
 
 SerialInfoMap SerialDeviceEnumeratorPrivate::scan() const

@@ -41,8 +41,8 @@ public:
     SerialInfoMap infoMap; ///< the last scan
     QString currentName; ///< the chosen port
     SerialInfo current; ///< record of the chosen port, as it was when it was chosen
-    EventHandle event; ///< that the registry signals
-    std::unique_ptr<RegistryKey> key; ///< null if there is no event
+    EventHandle eventHandle; ///< that the registry signals
+    std::unique_ptr<RegistryKey> keyHandle; ///< null if there is no event, or it can't be opened
     /// Tells of changes. It stands last to go before the event that it watches.
     std::unique_ptr<QWinEventNotifier> notifier;
 };

@@ -1,6 +1,7 @@
 #include "SetupPort.h"
 
 #include "RegistryKey.h"
+#include "RegistryVariant.h"
 #include "WindowsVersion.h"
 #include "serial/HardwareId.h"
 
@@ -9,6 +10,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+static_assert(RegistryType::None == REG_NONE && RegistryType::Text == REG_SZ
+              && RegistryType::TextWithVariables == REG_EXPAND_SZ
+              && RegistryType::Binary == REG_BINARY && RegistryType::Number == REG_DWORD
+              && RegistryType::BigEndianNumber == REG_DWORD_BIG_ENDIAN
+              && RegistryType::TextList == REG_MULTI_SZ);
 
 /// The name under which the port is opened stands in the hardware key of its device.
 QString portNameOf(HDEVINFO devices, SP_DEVINFO_DATA &device)
