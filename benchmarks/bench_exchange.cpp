@@ -2,11 +2,12 @@
 // lies between the write and the first look at the line, and the CPU time that it takes, against a
 // fixed amount and against the bare system calls of such an exchange.
 
+#include "benchmarks/DebugLines.h"
 #include "benchmarks/Figure.h"
 #include "comm/QSerialCommandHandler.h"
-#include "simulator/Module.h"
-#include "simulator/PtyLine.h"
-#include "simulator/ServingThread.h"
+#include "simulator/protocol/Module.h"
+#include "simulator/serial/PtyLine.h"
+#include "simulator/serving/ServingThread.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -23,8 +24,6 @@ namespace {
 constexpr int Exchanges = 500;
 constexpr double FloorMsecs = 10.0;
 constexpr double CpuGoalUsecs = 100.0;
-
-void ignoreDebugLines(QtMsgType, const QMessageLogContext &, const QString &) { }
 
 /// CPU time of the calling thread for one exchange that has no program around it.
 double bareExchangeCpuUsecs(const char *portPath)
@@ -54,7 +53,7 @@ double bareExchangeCpuUsecs(const char *portPath)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    qInstallMessageHandler(ignoreDebugLines);
+    ignoreDebugLines();
 
     simulator::Module module;
     simulator::PtyLine line(module);

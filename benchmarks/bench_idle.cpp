@@ -1,9 +1,10 @@
 // CPU time of the program's thread over 10 s with an open port and nothing to do: once with an
 // empty line, once with a byte on it that nobody reads.
 
+#include "benchmarks/DebugLines.h"
 #include "benchmarks/Figure.h"
 #include "comm/QSerialCommandHandler.h"
-#include "simulator/Pty.h"
+#include "simulator/serial/Pty.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -19,8 +20,6 @@ namespace {
 
 constexpr auto Span = 10s;
 
-void ignoreDebugLines(QtMsgType, const QMessageLogContext &, const QString &) { }
-
 double cpuMsecsOfAnIdleSpan()
 {
     QTimer::singleShot(Span, QCoreApplication::instance(), &QCoreApplication::quit);
@@ -34,7 +33,7 @@ double cpuMsecsOfAnIdleSpan()
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    qInstallMessageHandler(ignoreDebugLines);
+    ignoreDebugLines();
 
     simulator::Pty pty;
     QSerialCommandHandler handler;

@@ -1,5 +1,6 @@
 // One pass over the seven values that are always polled, against one sleep of 10 ms for each.
 
+#include "benchmarks/DebugLines.h"
 #include "benchmarks/Figure.h"
 #include "comm/CANKvaserCommandHandler.h"
 #include "comm/CommandNumbers.h"
@@ -22,8 +23,6 @@ constexpr int Parameters[] = {18, 150, 151, 152, 131, 1, 15};
 constexpr double FloorMsecs = 10.0 * std::size(Parameters);
 constexpr double Goal = 1.05;
 constexpr int KiloBitsPerSecond = 500;
-
-void ignoreDebugLines(QtMsgType, const QMessageLogContext &, const QString &) { }
 
 /// The values as the window polls them.
 class TraceList
@@ -70,7 +69,7 @@ bool measurePasses(Handler &handler, const QString &transport)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    qInstallMessageHandler(ignoreDebugLines);
+    ignoreDebugLines();
 
     const SimulatedPort port;
     QSerialCommandHandler serial;

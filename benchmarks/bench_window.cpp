@@ -1,6 +1,7 @@
 // What the user of the window waits for, on the link of a simulated module: the connect, the moves
 // of a dial that is dragged, and what three charts cost the thread that also talks to the module.
 
+#include "benchmarks/DebugLines.h"
 #include "benchmarks/Figure.h"
 #include "benchmarks/WindowUnderMeasure.h"
 
@@ -18,8 +19,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr double ExchangeMsecs = 10.0;
-
-void ignoreDebugLines(QtMsgType, const QMessageLogContext &, const QString &) { }
 
 qsizetype measureConnect(WindowUnderMeasure &window)
 {
@@ -95,7 +94,7 @@ void measureCharts(WindowUnderMeasure &window)
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
-    qInstallMessageHandler(ignoreDebugLines);
+    ignoreDebugLines();
 
     WindowUnderMeasure window;
     if (measureConnect(window) == 0 || measureDial(window) == 0) {

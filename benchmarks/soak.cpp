@@ -2,11 +2,12 @@
 // the end, and the number of exchanges that failed. Each takes 10 ms at least, so 200,000 need
 // somewhat more than half an hour; a smaller number may be given as the only argument.
 
+#include "benchmarks/DebugLines.h"
 #include "benchmarks/Figure.h"
 #include "comm/QSerialCommandHandler.h"
-#include "simulator/Module.h"
-#include "simulator/PtyLine.h"
-#include "simulator/ServingThread.h"
+#include "simulator/protocol/Module.h"
+#include "simulator/serial/PtyLine.h"
+#include "simulator/serving/ServingThread.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -24,8 +25,6 @@ constexpr int WarmUpExchanges = 10'000;
 constexpr double GrowthGoal = 1.0;
 constexpr char MaxPositioningSpeed = 4;
 
-void ignoreDebugLines(QtMsgType, const QMessageLogContext &, const QString &) { }
-
 double residentMebibytes()
 {
     QFile file(QStringLiteral("/proc/self/statm"));
@@ -42,7 +41,7 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const int exchanges = argc > 1 ? QCoreApplication::arguments().at(1).toInt() : DefaultExchanges;
-    qInstallMessageHandler(ignoreDebugLines);
+    ignoreDebugLines();
 
     simulator::Module module;
     simulator::PtyLine line(module);

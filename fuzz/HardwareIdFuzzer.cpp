@@ -2,7 +2,7 @@
 // first byte chooses the version of the system whose form they are read in.
 
 #include "fuzz/Require.h"
-#include "serial/HardwareId.h"
+#include "serial/native/windows/HardwareId.h"
 
 #include <QByteArray>
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "simulator/FaultPlan.h"
-#include "simulator/Module.h"
 #include "simulator/can/CanCall.h"
 #include "simulator/can/CanEndpoint.h"
 #include "simulator/can/CanFaultPlan.h"
 #include "simulator/can/LineLog.h"
+#include "simulator/protocol/FaultPlan.h"
+#include "simulator/protocol/Module.h"
 
 #include <optional>
 

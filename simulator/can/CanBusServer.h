@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulator/FileDescriptor.h"
-#include "simulator/ServingLoop.h"
 #include "simulator/can/CanBus.h"
+#include "simulator/serving/FileDescriptor.h"
+#include "simulator/serving/ServingLoop.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "simulator/can/CanEndpoint.h"
 
-#include "simulator/BigEndian.h"
+#include "simulator/protocol/BigEndian.h"
 
 #include <algorithm>
 

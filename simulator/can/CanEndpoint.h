@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/FaultPlan.h"
-#include "simulator/Module.h"
 #include "simulator/can/CanFaultPlan.h"
 #include "simulator/can/CanFrame.h"
+#include "simulator/protocol/FaultPlan.h"
+#include "simulator/protocol/Module.h"
 
 #include <chrono>
 #include <deque>

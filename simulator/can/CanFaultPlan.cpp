@@ -1,6 +1,6 @@
 #include "simulator/can/CanFaultPlan.h"
 
-#include "simulator/Text.h"
+#include "simulator/protocol/Text.h"
 
 #include <array>
 
@@ -95,14 +95,8 @@ std::string CanFaultPlan::turnOn(const KindEntry &kind, std::string_view words)
         }
         active.argument = *argument;
     }
-    if (const std::string_view count = takeWord(words); !count.empty()) {
-        active.remaining = parseInt(count, 1, 1000000);
-        if (!active.remaining) {
-            return "not a number of uses, 1 to 1000000: " + std::string(count);
-        }
-    }
-    if (const std::string_view extra = takeWord(words); !extra.empty()) {
-        return "too many words: " + std::string(extra);
+    if (std::string problem = parseUses(words, "uses", active.remaining); !problem.empty()) {
+        return problem;
     }
     const std::lock_guard lock(m_mutex);
     m_active.insert_or_assign(kind.fault, active);
@@ -116,8 +110,8 @@ std::string CanFaultPlan::turnOff(std::string_view words)
     if (!word.empty() && !kind) {
         return "unknown CAN fault: " + std::string(word);
     }
-    if (const std::string_view extra = takeWord(words); !extra.empty()) {
-        return "too many words: " + std::string(extra);
+    if (std::string problem = noMoreWords(words); !problem.empty()) {
+        return problem;
     }
     const std::lock_guard lock(m_mutex);
     if (kind) {

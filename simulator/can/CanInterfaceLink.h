@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/FileDescriptor.h"
-#include "simulator/Link.h"
 #include "simulator/can/CanEndpoint.h"
 #include "simulator/can/LineLog.h"
+#include "simulator/serving/FileDescriptor.h"
+#include "simulator/serving/Link.h"
 
 #include <functional>
 

@@ -18,15 +18,9 @@ EncoderInitializationThread::~EncoderInitializationThread()
 
 void EncoderInitializationThread::end()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_ending = true;
-    }
-    m_endRequested.notify_all();
+    m_sleep.interrupt();
     wait();
-    // The wait of an uninstrumented toolkit shows no ThreadSanitizer that the loop is over; the
-    // lock that the loop has let go last does.
-    const std::lock_guard lock(m_mutex);
+    m_sleep.synchronize();
 }
 
 void EncoderInitializationThread::stop()
@@ -36,7 +30,7 @@ void EncoderInitializationThread::stop()
 
 void EncoderInitializationThread::run()
 {
-    if (!sleepFor(0ms)) {
+    if (!m_sleep.sleepFor(0ms)) {
         return; // the motor isn't to turn because of a program that ends
     }
     m_stopRequested = false;
@@ -46,16 +40,10 @@ void EncoderInitializationThread::run()
         if (m_stopRequested) {
             break;
         }
-        if (!sleepFor(m_interval)) {
+        if (!m_sleep.sleepFor(m_interval)) {
             return;
         }
     }
     emit ready();
-    const std::lock_guard lock(m_mutex); // the last one, for end()
-}
-
-bool EncoderInitializationThread::sleepFor(std::chrono::milliseconds time)
-{
-    std::unique_lock lock(m_mutex);
-    return !m_endRequested.wait_for(lock, time, [this] { return m_ending; });
+    m_sleep.synchronize();
 }

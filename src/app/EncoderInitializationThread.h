@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/InterruptibleSleep.h"
+
 #include <QThread>
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 
 /// The pacemaker of an encoder detection. It does nothing but emit and sleep: a call for the start,
 /// then, at a set interval, one for the state, until it is told to stop or its cycles are used up.
@@ -43,12 +43,7 @@ protected:
     void run() override;
 
 private:
-    /// False, if the thread is to end at once.
-    bool sleepFor(std::chrono::milliseconds time);
-
     std::atomic<bool> m_stopRequested = false;
     const std::chrono::milliseconds m_interval;
-    std::mutex m_mutex;
-    std::condition_variable m_endRequested;
-    bool m_ending = false; ///< guarded by m_mutex
+    InterruptibleSleep m_sleep;
 };

@@ -1,6 +1,7 @@
 #include "app/ModuleScript.h"
 
 #include "comm/ByteText.h"
+#include "panels/AxisParameter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +40,6 @@ void ModuleScript::write(const QString &text)
 void ModuleScript::writeWaitForClosedLoop()
 {
     writeHeading(u"wait for end of closed loop initialization");
-    write(u"ClInit:  GAP 133, 0\n"_s);
+    write(u"ClInit:  GAP %1, 0\n"_s.arg(AxisParameters::ClosedLoopInitialisationFlag.number));
     write(u"         JC ZE, ClInit\n"_s);
 }

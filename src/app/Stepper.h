@@ -1,5 +1,7 @@
 #pragma once
 
+#include "panels/AxisParameter.h"
+
 #include <QWidget>
 
 #include <array>
@@ -28,6 +30,11 @@ class Stepper;
 /// There is no current transport: what must reach the module asks each in turn whether it is
 /// connected, and goes out on each that is.
 ///
+/// An open slot hands the module's address to all panels, opens its transport, reads the settings,
+/// enables the controls, shows the quickstart tab and starts polling. If the transport doesn't
+/// open, its connection panel returns to ready; if the module is lost meanwhile, the controls stay
+/// disabled. A close slot disables them; polling goes on, and a closed transport sends nothing.
+///
 /// A connection is lost without a message: the connection panels return to ready, the tabs stay as
 /// they were.
 class Stepper : public QWidget
@@ -46,27 +53,38 @@ public:
     void showTorqueDrawer(bool show);
 
 public slots:
+    /// Offers the port of a USB module for a connection.
     void handleAttachedUsbDevice(QString port, QString description);
     /// Also for a module that only failed to answer in time. Both serial panels return to ready;
     /// the transport is left as it is.
     void handleDetachedUsbDevice(QString port);
-    /// Over USB the module's address is always 1.
+    /// Over USB the module's address is always 1. An empty @p port doesn't open.
     void openUsbHandler(QString port);
+    /// Closes the serial port, whichever slot has opened it.
     void closeUsbHandler();
+    /// @p baudrate in baud; @p address is the module's, of which the lowest 8 bits count. An empty
+    /// @p port doesn't open. Once opened, values are polled less often, also on later connections.
     void openSerialHandler(QString port, int baudrate, int address);
+    /// The same as closeUsbHandler(), with a debug line.
     void closeSerialHandler();
+    /// Offers a serial port that is no USB module's for a connection.
     void handleAttachedSerialDevice(QString port, QString description);
+    /// @p bitrate in kBit/s; @p sendID is the module's address, of which the lowest 8 bits count.
+    /// @p receiveID is ignored: the module's replies are known by coming next.
     void openCANKvaserHandler(int bitrate, int sendID, int receiveID);
+    /// Closes the CAN channel.
     void closeCANKvaserHandler();
     /// The CAN module didn't answer: unlike a serial port, the channel is closed.
     void handleCanKvaserDeviceClosed(char id);
-    /// The sign chooses the direction of rotation, 0 stops. Nothing connects to it.
+    /// @p value in pps: the sign chooses the direction of rotation, 0 stops. Has no connection.
     void handleTargetVelocityChange(char address, char motorBank, int value);
+    /// Moves to, or by, @p value in µsteps; @p moveType 0 is absolute, 1 relative.
     void handleTargetPositionChange(char address, char motorBank, char moveType, int value);
     /// Sets the actual position to 0, whatever @p value says.
     void handleActualPositionChange(char address, char motorBank, int value);
+    /// Sets the target current, @p value in mA; its sign is the direction of the torque.
     void handleTargetTorqueChange(char address, char motorBank, int value);
-    /// Loop mode 0 or 1; any other does nothing. Nothing connects to it.
+    /// Loop mode 0 or 1; any other does nothing. Has no connection.
     void handleSelectedTypeChanged(int type);
     /// @p value in mA becomes the largest target current that can be entered.
     void handleMaxCurrentChanged(int value);
@@ -80,9 +98,13 @@ public slots:
     void importSettings();
     /// Reads all settings from the module into a script in its language, which the user names.
     void exportSettingsToZDRL();
+    /// Shows the loop mode that a module answered with, if the tab has an item for it. Address and
+    /// bank are deliberately not looked at: there is one loop mode box for whatever is connected.
     void requestedValue(char address, char motorBank, char type, int value);
-    /// @p value is the text of an item, whose number stands before " :".
+    /// Sends the chosen loop mode: @p value is the text of an item, whose number stands before
+    /// " :". Any other text is mode 0.
     void actualLoopModeChanged(QString value);
+    /// Builds the list of polled values anew, since the curves of a chart are others now.
     void updateTraceValues();
     /// Has the encoder detected in a dialog.
     void handleBtnEncoderClicked();
@@ -126,6 +148,9 @@ private:
     void enableModuleControls(bool enabled);
     /// Hands @p address to every panel and builds the list of polled values anew.
     void updateTraceCommands(char address);
+    void handAddressToPanels(char address);
+    /// What the panels show all the time, then what the charts on display need.
+    void collectTraceCommands(char address);
 
     bool isAnyHandlerConnected() const;
     /// One exchange of an export or import. Null, if no answer came, and at once for the rest of a
@@ -154,7 +179,7 @@ private:
     /// Set when the transport goes away, cleared at the start of each open attempt; it ends the
     /// reading of the settings early. Only calls on this thread change it, nested in an exchange.
     bool m_deviceDetached = true;
-    char m_loopModeParameter = static_cast<char>(129);
+    char m_loopModeParameter = AxisParameters::ClosedLoopMode;
     std::unique_ptr<QSerialCommandHandler> m_serialHandler; ///< serves USB and RS485 alike
     std::unique_ptr<CANKvaserCommandHandler> m_canHandler;
     /// What a chart may show.

@@ -58,6 +58,16 @@ bool isOnDisplay(const WSimpleScaledDrawer &drawer)
     return drawer.maximumHeight() > 0;
 }
 
+void dumpTraceCommands(const QList<TraceCommand *> &commands)
+{
+    qDebug().nospace() << "TraceCommand->size(): " << QString::number(commands.size());
+    for (const TraceCommand *command : commands) {
+        qDebug().nospace() << "TraceCommand: " << numberText(command->address()) << ", "
+                           << numberText(command->motorBank()) << ", "
+                           << numberText(command->command()) << ", " << numberText(command->type());
+    }
+}
+
 } // namespace
 
 std::array<WSimpleScaledDrawer *, 3> Stepper::drawers() const
@@ -139,6 +149,13 @@ void Stepper::updateTraceValues()
 void Stepper::updateTraceCommands(char address)
 {
     m_moduleAddress = address;
+    handAddressToPanels(address);
+    collectTraceCommands(address);
+    dumpTraceCommands(*m_ui->wTraceController->traceCommands());
+}
+
+void Stepper::handAddressToPanels(char address)
+{
     const auto setAddresses = [address](auto *...panels) { (panels->setAddress(address), ...); };
     setAddresses(m_ui->wJogVelocityControl, m_ui->wJogPositionControl, m_ui->wJogTorqueControl,
                  m_ui->wModuleSettings, m_ui->wOpenLoopSettings, m_ui->wChopperSettings,
@@ -147,7 +164,10 @@ void Stepper::updateTraceCommands(char address)
                  m_ui->wActualStepperCurrents, m_ui->wVelocityRampControl1, m_ui->wVelocityControl,
                  m_ui->wCorrectionSettings1, m_ui->wVelocityRampControl2, m_ui->wPositionControl,
                  m_ui->wCorrectionSettings2, m_ui->wDirectMode, m_ui->wStates);
+}
 
+void Stepper::collectTraceCommands(char address)
+{
     auto *controller = m_ui->wTraceController;
     controller->clearTraceCommands();
     m_traceCommands.clear();
@@ -155,8 +175,7 @@ void Stepper::updateTraceCommands(char address)
         m_traceCommands.push_back(std::make_unique<TraceCommand>(arguments...));
         controller->addTraceCommand(m_traceCommands.back().get());
     };
-    // What the panels show all the time, then what the charts on display need. The list takes each
-    // value once, and one answer serves all.
+    // The list takes each value once, and one answer serves all.
     const auto pollFor = [address, &poll](auto *...panels) {
         const auto pollOne = [address, &poll](const auto *panel) {
             const std::unique_ptr<QList<char>> parameters{panel->traceParameters()};
@@ -177,13 +196,5 @@ void Stepper::updateTraceCommands(char address)
             poll(address, static_cast<char>(line->motorBank()), static_cast<char>(line->command()),
                  static_cast<char>(line->type()), line->name());
         }
-    }
-
-    const QList<TraceCommand *> &list = *controller->traceCommands();
-    qDebug().nospace() << "TraceCommand->size(): " << QString::number(list.size());
-    for (const TraceCommand *command : list) {
-        qDebug().nospace() << "TraceCommand: " << numberText(command->address()) << ", "
-                           << numberText(command->motorBank()) << ", "
-                           << numberText(command->command()) << ", " << numberText(command->type());
     }
 }

@@ -23,15 +23,9 @@ ValueCheckerThread::~ValueCheckerThread()
 
 void ValueCheckerThread::end()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_ending = true;
-    }
-    m_endRequested.notify_all();
+    m_sleep.interrupt();
     wait();
-    // The wait of an uninstrumented toolkit shows no ThreadSanitizer that the loop is over; the
-    // lock that the loop has let go last does.
-    const std::lock_guard lock(m_mutex);
+    m_sleep.synchronize();
 }
 
 void ValueCheckerThread::stop()
@@ -50,13 +44,6 @@ void ValueCheckerThread::run()
     m_stopped = false;
     do {
         emit checkRequested();
-    } while (sleepToNextTick());
-}
-
-bool ValueCheckerThread::sleepToNextTick()
-{
-    std::unique_lock lock(m_mutex);
-    const bool ending = m_endRequested.wait_for(lock, std::chrono::milliseconds(m_delay),
-                                                [this] { return m_ending; });
-    return !ending && !m_stopped;
+    } while (m_sleep.sleepFor(std::chrono::milliseconds(m_delay)) && !m_stopped);
+    m_sleep.synchronize();
 }

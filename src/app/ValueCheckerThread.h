@@ -1,10 +1,10 @@
 #pragma once
 
+#include "app/InterruptibleSleep.h"
+
 #include <QThread>
 
 #include <atomic>
-#include <condition_variable>
-#include <mutex>
 
 /// Ticks at a set delay, at first at once. It does nothing but emit and sleep; the receiver on the
 /// GUI thread gets each tick as an event, and none is merged or dropped.
@@ -45,12 +45,7 @@ protected:
     void run() override;
 
 private:
-    /// Whether there is a next tick.
-    bool sleepToNextTick();
-
     std::atomic<bool> m_stopped = false;
     std::atomic<int> m_delay;
-    std::mutex m_mutex;
-    std::condition_variable m_endRequested;
-    bool m_ending = false; ///< guarded by m_mutex
+    InterruptibleSleep m_sleep;
 };

@@ -15,6 +15,15 @@ public:
     static constexpr int AxisX = 100;
     /// The value axis ends here, and no point lies above it.
     static constexpr int TopY = 20;
+    /// From the time axis to the bottom edge, in pixels.
+    static constexpr int BottomMargin = 14;
+    /// From the end of the time axis to the right edge, in pixels.
+    static constexpr int RightMargin = 19;
+    /// The value axis goes on for this many pixels above its uppermost division.
+    static constexpr int AxisOverhang = 5;
+    /// From the newest point to the end of the time axis, in pixels. The oldest point of a curve
+    /// that fills its room then lies 1 px to the left of the value axis.
+    static constexpr int NewestPointMargin = 2;
 
     /// @param widget rectangle of the widget
     /// @param minValue value at the bottom of the axis
@@ -26,15 +35,15 @@ public:
     /// Height of the widget less 1, in pixels.
     int bottom() const { return m_bottom; }
     /// The number of points that a curve has room for; below 1 if there is no room.
-    int plotWidth() const { return m_right - 119; }
-    /// Height of the value axis in pixels; below 1 if there is no room.
-    int plotHeight() const { return m_bottom - 39; }
+    int plotWidth() const { return rightEnd() - AxisX; }
+    /// Height of all divisions in pixels; below 1 if there is no room.
+    int plotHeight() const { return baseY() - TopY - AxisOverhang; }
     /// The time axis lies here.
-    int baseY() const { return m_bottom - 14; }
+    int baseY() const { return m_bottom - BottomMargin; }
     /// The time axis ends here.
-    int rightEnd() const { return plotWidth() + 100; }
+    int rightEnd() const { return m_right - RightMargin; }
     /// The newest point lies here.
-    int newestX() const { return plotWidth() + 98; }
+    int newestX() const { return rightEnd() - NewestPointMargin; }
 
     /// False if top and bottom of the axis are the same value: no height stands for a value then.
     bool hasScale() const { return m_perDivision != 0; }

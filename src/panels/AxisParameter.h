@@ -9,7 +9,7 @@
 struct AxisParameter
 {
     int number = 0; ///< 0 to 255
-    QStringView name = {}; ///< what it is, for whoever reads the code
+    QStringView name = {}; ///< what it is, as the description of the protocol says
     QStringView unit = {}; ///< of its values; empty also for flags and plain numbers
     QStringView settingsKey = {}; ///< key in the settings file
     QStringView scriptComment = {}; ///< text behind "// " in the script

@@ -15,14 +15,24 @@ struct Lamp
 {
     QRadioButton *Form::*button;
     int mode = NoMode; ///< what motorControlModeChanged() tells if the bit is set
+    bool takesClicks = false; ///< is not kept from the mouse
 };
 
-/// By bit, from 0 on.
-constexpr Lamp lamps[] = {
-    {&Form::rbPositionReached}, {&Form::rbVelocityReached}, {&Form::rbClosedLoop},
-    {&Form::rbPositionMode, 0}, {&Form::rbVelocityMode, 1}, {&Form::rbTorqueMode, 2},
-    {&Form::rbHomeSwitch},      {&Form::rbLeftSwitch},      {&Form::rbRightLimitSwitch},
-    {&Form::rbUndervoltage},    {&Form::rbOvervoltage},     {&Form::rbOvertemperature},
+/// By bit, from 0 on. The overvoltage lamp takes clicks, by design: the user can check and clear it
+/// until the next status word sets it again.
+constexpr Lamp Lamps[] = {
+    {&Form::rbPositionReached},
+    {&Form::rbVelocityReached},
+    {&Form::rbClosedLoop},
+    {&Form::rbPositionMode, 0},
+    {&Form::rbVelocityMode, 1},
+    {&Form::rbTorqueMode, 2},
+    {&Form::rbHomeSwitch},
+    {&Form::rbLeftSwitch},
+    {&Form::rbRightLimitSwitch},
+    {&Form::rbUndervoltage},
+    {.button = &Form::rbOvervoltage, .takesClicks = true},
+    {&Form::rbOvertemperature},
 };
 
 } // namespace
@@ -32,12 +42,9 @@ WStepperStatusFlags::WStepperStatusFlags(QWidget *parent)
     , m_ui(std::make_unique<Ui::WStepperStatusFlags>())
 {
     m_ui->setupUi(this);
-    for (const Lamp &lamp : lamps) {
-        QRadioButton *button = (*m_ui).*lamp.button;
-        // The overvoltage lamp goes without the filter, by design: the user can check and clear it
-        // by a click until the next status word sets it again.
-        if (button != m_ui->rbOvervoltage) {
-            button->installEventFilter(this);
+    for (const Lamp &lamp : Lamps) {
+        if (!lamp.takesClicks) {
+            ((*m_ui).*lamp.button)->installEventFilter(this);
         }
     }
 }
@@ -60,9 +67,8 @@ bool WStepperStatusFlags::eventFilter(QObject *object, QEvent *event)
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
-        for (const Lamp &lamp : lamps) {
-            const QRadioButton *button = (*m_ui).*lamp.button;
-            if (object == button && button != m_ui->rbOvervoltage) {
+        for (const Lamp &lamp : Lamps) {
+            if (object == (*m_ui).*lamp.button && !lamp.takesClicks) {
                 return true;
             }
         }
@@ -79,7 +85,7 @@ void WStepperStatusFlags::requestedTraceValue(char address, char motorBank, char
         return;
     }
     auto word = static_cast<unsigned int>(value);
-    for (const Lamp &lamp : lamps) {
+    for (const Lamp &lamp : Lamps) {
         const bool set = (word & 1U) != 0;
         ((*m_ui).*lamp.button)->setChecked(set);
         if (set && lamp.mode != NoMode) {

@@ -1,12 +1,5 @@
 #include "serial/LineSettings.h"
 
-namespace {
-
-/// The data bits of AbstractSerial::DataBits5, the first of the enumeration.
-constexpr int SmallestByteSize = 5;
-
-} // namespace
-
 void LineSettings::setDataBits(AbstractSerial::DataBits value)
 {
     byteSize = SmallestByteSize + value;

@@ -12,6 +12,9 @@ struct LineSettings
     /// What the driver does with RTS. Only these two are ever set; others may be found.
     enum RtsControl { RtsDisabled = 0, RtsHandshake = 2 };
 
+    /// The data bits of AbstractSerial::DataBits5, the first of the enumeration.
+    static constexpr int SmallestByteSize = 5;
+
     int baudRate = 0; ///< in baud
     int byteSize = 8; ///< data bits a character
     bool checksParity = false; ///< a parity bit is sent and awaited

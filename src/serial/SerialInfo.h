@@ -19,7 +19,7 @@ struct SerialInfo
     QString productId; ///< hexadecimal USB product id, in the case that the system gave
     QString manufacturer; ///< the maker
     QString service; ///< name of the driver
-    QString busName; ///< bus that the device sits on ("usb", "pci")
+    QString busName; ///< bus that the device sits on ("usb", "pci"; "USB" on Windows)
     QString reserved; ///< filled by nothing, always empty
 
     /// Two records differ if any field does; the hardware ids count as a list, with their order.

@@ -1,5 +1,6 @@
 #include "app/StepperTest.h"
 
+#include "app/TickingThread.h"
 #include "support/SimulatedCanBus.h"
 #include "support/SimulatedPort.h"
 
@@ -8,7 +9,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int FirstModuleTab = 1;
-constexpr int StandingTraceValues = 7;
 
 } // namespace
 
@@ -79,24 +79,30 @@ void StepperTest::connectOverCan(int kiloBitsPerSecond, int sendId, int receiveI
     click("wCANKvaserConnection", "btnConnect");
 }
 
-void StepperTest::stopPollingAfterPass(const std::function<qsizetype()> &requests)
+void StepperTest::stopPollingAfterPass()
 {
-    QTRY_COMPARE_GE(requests(), StandingTraceValues);
+    const auto *controller = child<WTraceController>("wTraceController");
+    const ValueCheckerThread *thread = nullptr;
+    const QObject watch; // no longer than the variable
+    connect(controller, &WTraceController::requestPDOValues, &watch,
+            [&] { thread = tickingThread(*controller); });
+    QTRY_VERIFY(thread);
     child<QPushButton>("btnStop", "wTraceController")->click();
+    // A thread that had looked at its flag just before the click has a tick left. What it has
+    // ticked when it is at its end is in the queue.
+    QTRY_VERIFY(thread->isFinished());
     QCoreApplication::processEvents();
 }
 
 void StepperTest::stopPolling(SimulatedPort &module)
 {
-    module.clearWireLog(); // of what the connect has read
-    stopPollingAfterPass([&] { return module.requests().size(); });
+    stopPollingAfterPass();
     module.clearWireLog();
 }
 
 void StepperTest::stopPolling(SimulatedCanBus &bus)
 {
-    bus.clear();
-    stopPollingAfterPass([&] { return requestsOf(bus).size(); });
+    stopPollingAfterPass();
     bus.clear();
 }
 

@@ -10,7 +10,6 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include <functional>
 #include <memory>
 
 class SimulatedCanBus;
@@ -38,7 +37,7 @@ protected:
     void connectOverUsb(const QString &port);
     void connectOverSerial(const QString &port, int baudrate, int address);
     void connectOverCan(int kiloBitsPerSecond, int sendId, int receiveId);
-    /// Waits for a pass of the polling, stops it, and forgets what crossed the wire.
+    /// Waits for a pass of the polling, stops it for sure, and forgets what crossed the wire.
     void stopPolling(SimulatedPort &module);
     /// The same over CAN.
     void stopPolling(SimulatedCanBus &bus);
@@ -54,8 +53,8 @@ protected:
     std::unique_ptr<Stepper> m_stepper;
 
 private:
-    /// Waits until as many requests were made as a pass has, and stops the polling.
-    void stopPollingAfterPass(const std::function<qsizetype()> &requests);
+    /// Waits for the end of a pass, stops the polling, and waits for the end of its last tick.
+    void stopPollingAfterPass();
     int enabledModuleTabs() const;
 };
 

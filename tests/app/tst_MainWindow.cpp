@@ -144,21 +144,34 @@ void tst_MainWindow::menuBarHasThreeMenusAndNothingElse()
 void tst_MainWindow::graphEntriesToggle_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("velocity") << u"Show velocity graph"_s;
-    QTest::newRow("position") << u"Show position graph"_s;
-    QTest::newRow("torque") << u"Show torque graph"_s;
+    QTest::addColumn<QString>("chart");
+    QTest::newRow("velocity") << u"Show velocity graph"_s << u"velocityDrawer"_s;
+    QTest::newRow("position") << u"Show position graph"_s << u"positionDrawer"_s;
+    QTest::newRow("torque") << u"Show torque graph"_s << u"torqueDrawer"_s;
 }
 
 void tst_MainWindow::graphEntriesToggle()
 {
     QFETCH(QString, text);
+    QFETCH(QString, chart);
+    const QStringList charts{u"velocityDrawer"_s, u"positionDrawer"_s, u"torqueDrawer"_s};
     const MainWindow window;
+    const auto shownCharts = [&] {
+        QStringList shown = charts;
+        shown.removeIf([&window](const QString &name) {
+            return window.findChild<QWidget *>(name)->maximumHeight() == 0;
+        });
+        return shown;
+    };
     QAction *action = entry(window, u"&Info"_s, text);
     QVERIFY(action);
+    QCOMPARE(shownCharts(), QStringList());
     action->trigger();
     QVERIFY(action->isChecked());
+    QCOMPARE(shownCharts(), QStringList{chart});
     action->trigger();
     QVERIFY(!action->isChecked());
+    QCOMPARE(shownCharts(), QStringList());
 }
 
 void tst_MainWindow::aboutBoxNamesModelAndVersion()

@@ -1,8 +1,10 @@
+#include "app/TickingThread.h"
 #include "app/WTraceController.h"
 #include "support/TestCase.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
@@ -22,6 +24,8 @@ constexpr int LongSleepMsecs = 100'000;
 constexpr int GenerousMsecs = 20'000;
 /// How long nothing must happen where nothing is to happen.
 constexpr int QuietMsecs = 300;
+/// More than one, and soon there at a delay of 1 ms.
+constexpr int ManyTicks = 10;
 
 /// What the signals of a pass read as in the log.
 const QString PassLine = u"requestTraceValues"_s;
@@ -73,18 +77,30 @@ private:
     {
         return QTest::qWaitFor([&] { return passes() > count; }, QuietMsecs);
     }
+    void countTicksOfThisPassOn();
 
     std::unique_ptr<WTraceController> m_controller;
     /// The signals of the passes, as they came.
     QStringList m_log;
     int m_passesElsewhere = 0; ///< not on the thread of the widgets
+    QSemaphore m_ticks; ///< those that were counted on the thread that ticks
 };
+
+/// To be called in a pass. By the time that a tick is counted, it is in the queue of the widgets.
+void tst_WTraceControllerTicks::countTicksOfThisPassOn()
+{
+    const ValueCheckerThread *thread = tickingThread(*m_controller);
+    connect(
+        thread, &ValueCheckerThread::checkRequested, thread, [this] { m_ticks.release(); },
+        Qt::DirectConnection);
+}
 
 void tst_WTraceControllerTicks::init()
 {
     TestCase::init();
     m_log.clear();
     m_passesElsewhere = 0;
+    m_ticks.tryAcquire(m_ticks.available());
     m_controller = std::make_unique<WTraceController>();
     connect(
         m_controller.get(),
@@ -251,14 +267,14 @@ void tst_WTraceControllerTicks::startWhileRunningDoesNothing()
 /// The buttons show what was asked for last; the loop ends at its wake-up all the same.
 void tst_WTraceControllerTicks::startRightAfterStopIsLost()
 {
-    m_controller->setDelay(500);
+    m_controller->setDelay(2000); // time enough for the two clicks on a busy machine
     click(*m_controller, u"btnStart"_s);
     QTRY_COMPARE_WITH_TIMEOUT(passes(), 1, GenerousMsecs);
     click(*m_controller, u"btnStop"_s);
     click(*m_controller, u"btnStart"_s);
     QVERIFY(!button(u"btnStart"_s)->isEnabled());
     QVERIFY(button(u"btnStop"_s)->isEnabled());
-    QVERIFY(!QTest::qWaitFor([this] { return passes() > 1; }, 2000));
+    QVERIFY(!QTest::qWaitFor([this] { return passes() > 1; }, 4000));
     QVERIFY(!button(u"btnStart"_s)->isEnabled());
 
     click(*m_controller, u"btnStop"_s);
@@ -270,18 +286,22 @@ void tst_WTraceControllerTicks::startRightAfterStopIsLost()
 void tst_WTraceControllerTicks::queuedTicksRunAfterAStop()
 {
     m_controller->setDelay(1);
+    bool ticksPiledUp = false;
     qsizetype passesAtStop = 0;
-    connect(m_controller.get(), &WTraceController::requestPDOValues, this, [&] {
-        if (passesAtStop == 0) {
-            QThread::msleep(500);
+    connect(
+        m_controller.get(), &WTraceController::requestPDOValues, this,
+        [&] {
+            countTicksOfThisPassOn();
+            ticksPiledUp = m_ticks.tryAcquire(ManyTicks, GenerousMsecs);
             click(*m_controller, u"btnStop"_s);
             passesAtStop = passes();
-        }
-    });
+        },
+        Qt::SingleShotConnection);
     click(*m_controller, u"btnStart"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(passesAtStop > 0, GenerousMsecs);
+    QTRY_VERIFY_WITH_TIMEOUT(passesAtStop > 0, 2 * GenerousMsecs);
+    QVERIFY(ticksPiledUp);
     QCOMPARE(passesAtStop, 1);
-    QTRY_VERIFY_WITH_TIMEOUT(passes() >= 10, GenerousMsecs);
+    QTRY_VERIFY_WITH_TIMEOUT(passes() > ManyTicks, GenerousMsecs);
     QCOMPARE(m_log.size(), passes() * 2);
 }
 
@@ -299,9 +319,14 @@ void tst_WTraceControllerTicks::endsAtOnceInALongSleep()
 void tst_WTraceControllerTicks::endDropsQueuedTicks()
 {
     m_controller->setDelay(1);
+    connect(m_controller.get(), &WTraceController::requestPDOValues, this,
+            &tst_WTraceControllerTicks::countTicksOfThisPassOn, Qt::SingleShotConnection);
     click(*m_controller, u"btnStart"_s);
-    QThread::msleep(100); // so that ticks are in the queue
+    QTRY_VERIFY_WITH_TIMEOUT(passes() > 0, GenerousMsecs);
+    // From here on no event is worked off: what ticks now stays in the queue.
     const qsizetype seen = passes();
+    m_ticks.tryAcquire(m_ticks.available());
+    QVERIFY(m_ticks.tryAcquire(ManyTicks, GenerousMsecs));
     m_controller.reset();
     QVERIFY(!passesExceed(seen));
 }

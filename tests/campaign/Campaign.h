@@ -27,8 +27,7 @@ public:
     Campaign(unsigned seed, int steps, const QString &log);
     ~Campaign() override;
 
-    /// Runs to the last step. A step that takes longer than three minutes ends the program and
-    /// shows where it stands.
+    /// Runs to the last step. A step that hangs ends the program and shows where it stands.
     void run();
 
 private:

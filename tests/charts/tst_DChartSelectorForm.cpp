@@ -1,10 +1,12 @@
 #include "SelectorTest.h"
 #include "SelectorTestCase.h"
+#include "panels/PanelTest.h"
 #include "support/MetaMethods.h"
 
 #include <QHeaderView>
 
 using namespace Qt::StringLiterals;
+using namespace PanelTest;
 using namespace SelectorTest;
 
 /// What the chart selection dialog looks like, and its buttons.
@@ -56,38 +58,19 @@ void tst_DChartSelectorForm::metaObject()
 
 void tst_DChartSelectorForm::form_data()
 {
-    QTest::addColumn<QString>("object");
-    QTest::addColumn<QString>("className");
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("value");
-    const auto row = [](const char *object, const char *className, const char *property,
-                        const QVariant &value) {
-        QTest::addRow("%s.%s", object, property)
-            << QString::fromLatin1(object) << QString::fromLatin1(className) << QByteArray(property)
-            << value;
-    };
+    addPropertyColumns();
+    constexpr auto row = &addPropertyRow;
     row("lblAvailable", "QLabel", "text", u"Available parameter"_s);
     row("lblSelected", "QLabel", "text", u"Selected parameter"_s);
     row("twAvailable", "QTableWidget", "maximumSize", QSize(484, 168));
     row("twSelected", "QTableWidget", "maximumSize", QSize(484, 168));
     row("buttonBox", "QDialogButtonBox", "standardButtons",
-        QVariant::fromValue(int(QDialogButtonBox::Ok | QDialogButtonBox::Cancel)));
+        QVariant::fromValue(QDialogButtonBox::Ok | QDialogButtonBox::Cancel));
 }
 
 void tst_DChartSelectorForm::form()
 {
-    QFETCH(QString, object);
-    QFETCH(QByteArray, property);
-    QFETCH(QVariant, value);
-    const auto *widget = m_dialog->findChild<QWidget *>(object);
-    QVERIFY(widget);
-    QTEST(QString::fromLatin1(widget->metaObject()->className()), "className");
-    const QVariant found = widget->property(property);
-    if (object == u"buttonBox") {
-        QCOMPARE(found.toInt(), value.toInt());
-    } else {
-        QCOMPARE(found, value);
-    }
+    compareProperty(*m_dialog);
 }
 
 void tst_DChartSelectorForm::columns_data()

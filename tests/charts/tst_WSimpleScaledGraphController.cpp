@@ -1,4 +1,5 @@
 #include "charts/WSimpleScaledGraphController.h"
+#include "panels/PanelTest.h"
 #include "support/MetaMethods.h"
 #include "support/TestCase.h"
 
@@ -13,6 +14,7 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace PanelTest;
 
 using Signals = QStringList;
 
@@ -117,16 +119,8 @@ void tst_WSimpleScaledGraphController::metaObject()
 
 void tst_WSimpleScaledGraphController::form_data()
 {
-    QTest::addColumn<QString>("object");
-    QTest::addColumn<QString>("className");
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("value");
-    const auto row = [](const char *object, const char *className, const char *property,
-                        const QVariant &value) {
-        QTest::addRow("%s.%s", object, property)
-            << QString::fromLatin1(object) << QString::fromLatin1(className) << QByteArray(property)
-            << value;
-    };
+    addPropertyColumns();
+    constexpr auto row = &addPropertyRow;
     row("gbScalingYAxis", "QGroupBox", "title", u"Scaling Y-axis"_s);
     row("btnScaleDynamic", "QPushButton", "text", u"dynamic"_s);
     row("btnScaleDynamic", "QPushButton", "checkable", true);
@@ -151,12 +145,7 @@ void tst_WSimpleScaledGraphController::form_data()
 
 void tst_WSimpleScaledGraphController::form()
 {
-    QFETCH(QString, object);
-    QFETCH(QByteArray, property);
-    const auto *widget = m_window->findChild<QWidget *>(object);
-    QVERIFY(widget);
-    QTEST(QString::fromLatin1(widget->metaObject()->className()), "className");
-    QTEST(widget->property(property), "value");
+    compareProperty(*m_controller);
 }
 
 void tst_WSimpleScaledGraphController::everythingIsInTheGroup()

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/FileDescriptor.h"
-#include "simulator/Pty.h"
+#include "simulator/serial/Pty.h"
+#include "simulator/serving/FileDescriptor.h"
 
 #include <QByteArray>
 #include <QString>

@@ -8,7 +8,7 @@
 #include "comm/TraceCommand.h"
 #include "serial/AbstractSerial.h"
 #include "serial/SerialDeviceEnumerator.h"
-#include "simulator/Pty.h"
+#include "simulator/serial/Pty.h"
 #include "support/DebugLog.h"
 #include "support/MetaMethods.h"
 #include "support/TestCase.h"

@@ -4,7 +4,7 @@
 #include "comm/ScriptedPort.h"
 #include "comm/SignalLog.h"
 #include "serial/AbstractSerial.h"
-#include "simulator/LineSettings.h"
+#include "simulator/serial/LineSettings.h"
 #include "support/DebugLog.h"
 #include "support/SimulatedPort.h"
 #include "support/TestCase.h"

@@ -5,7 +5,7 @@
 #include "comm/ScriptedPort.h"
 #include "comm/SignalLog.h"
 #include "serial/AbstractSerial.h"
-#include "simulator/FileDescriptor.h"
+#include "simulator/serving/FileDescriptor.h"
 #include "support/DebugLog.h"
 #include "support/TestCase.h"
 

@@ -25,8 +25,9 @@ bool compare(const QString &left, const QString &right)
     bool rightIsNumber = false;
     const double leftNumber = left.toDouble(&leftIsNumber);
     const double rightNumber = right.toDouble(&rightIsNumber);
-    if (leftIsNumber && rightIsNumber)
+    if (leftIsNumber && rightIsNumber) {
         return Relation()(leftNumber, rightNumber);
+    }
     return Relation()(left, right);
 }
 
@@ -65,11 +66,13 @@ std::optional<QString> itemTexts(const QWidget *widget)
 {
     QStringList texts;
     if (const auto *combo = qobject_cast<const QComboBox *>(widget)) {
-        for (int i = 0; i < combo->count(); ++i)
+        for (int i = 0; i < combo->count(); ++i) {
             texts.append(combo->itemText(i));
+        }
     } else if (const auto *tabs = qobject_cast<const QTabWidget *>(widget)) {
-        for (int i = 0; i < tabs->count(); ++i)
+        for (int i = 0; i < tabs->count(); ++i) {
             texts.append(tabs->tabText(i));
+        }
     } else {
         return std::nullopt;
     }
@@ -79,22 +82,27 @@ std::optional<QString> itemTexts(const QWidget *widget)
 // The value as text; nothing if the widget has no such property or if it can't be shown as text.
 std::optional<QString> valueOf(const QWidget *widget, const QString &name)
 {
-    if (name == u"items"_s)
+    if (name == u"items"_s) {
         return itemTexts(widget);
+    }
     const auto *tabs = qobject_cast<const QTabWidget *>(widget);
-    if (tabs && name == u"currentTabText"_s)
+    if (tabs && name == u"currentTabText"_s) {
         return tabs->tabText(tabs->currentIndex());
+    }
 
     const QByteArray key = name.toLatin1();
     const QVariant value = widget->property(key.constData());
-    if (!value.isValid())
+    if (!value.isValid()) {
         return std::nullopt;
+    }
     const QMetaProperty property =
         widget->metaObject()->property(widget->metaObject()->indexOfProperty(key.constData()));
-    if (property.isEnumType() && !property.isFlagType())
+    if (property.isEnumType() && !property.isFlagType()) {
         return QString::fromLatin1(property.enumerator().valueToKey(value.toInt()));
-    if (!value.canConvert<QString>())
+    }
+    if (!value.canConvert<QString>()) {
         return std::nullopt;
+    }
     return value.toString();
 }
 
@@ -124,8 +132,9 @@ QString Condition::mismatch(const QWidget *widget) const
         return u"a %1 has no property \"%2\" that can be compared"_s.arg(
             QString::fromLatin1(widget->metaObject()->className()), m_property);
     }
-    if (operatorNamed(m_operator)->holds(*actual, m_value))
+    if (operatorNamed(m_operator)->holds(*actual, m_value)) {
         return {};
+    }
     return u"%1 is \"%2\""_s.arg(m_property, *actual);
 }
 

@@ -34,8 +34,9 @@ QPoint dialPoint(const QDial *dial, int value)
 {
     const double range = std::max(1.0, static_cast<double>(dial->maximum()) - dial->minimum());
     double part = (static_cast<double>(value) - dial->minimum()) / range;
-    if (dial->invertedAppearance())
+    if (dial->invertedAppearance()) {
         part = 1 - part;
+    }
     const double angle = 3 * pi / 2 - (2 * pi - sweep(dial)) / 2 - part * sweep(dial);
     const double radius = dialRadius(dial);
     return QPointF(dial->width() / 2.0 + radius * std::cos(angle),
@@ -61,8 +62,9 @@ QStyleOptionSlider sliderOption(const QSlider *slider, int value)
         horizontal ? slider->invertedAppearance() != rightToLeft : !slider->invertedAppearance();
     // Turned round already by upsideDown.
     option.direction = Qt::LeftToRight;
-    if (horizontal)
+    if (horizontal) {
         option.state |= QStyle::State_Horizontal;
+    }
     option.sliderPosition = option.sliderValue = value;
     return option;
 }
@@ -118,8 +120,9 @@ bool hasValuePoints(const QWidget *control)
 
 QPoint valuePoint(const QAbstractSlider *control, int value)
 {
-    if (const auto *dial = qobject_cast<const QDial *>(control))
+    if (const auto *dial = qobject_cast<const QDial *>(control)) {
         return dialPoint(dial, value);
+    }
     return sliderPoint(qobject_cast<const QSlider *>(control), value);
 }
 

@@ -39,8 +39,9 @@ void helpFirst(QObject *context)
 
 QObject *DriverPlugin::create(const QString &key, const QString &script)
 {
-    if (key.compare(u"zdrdriver"_s, Qt::CaseInsensitive) != 0)
+    if (key.compare(u"zdrdriver"_s, Qt::CaseInsensitive) != 0) {
         return nullptr;
+    }
     // Programs that this one starts are driven by nobody.
     qunsetenv("QT_QPA_GENERIC_PLUGINS");
 

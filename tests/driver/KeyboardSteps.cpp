@@ -25,8 +25,9 @@ QString shownValue(const QWidget *control)
 bool shows(const QWidget *control, const QString &typed)
 {
     const QString shown = shownValue(control);
-    if (shown == typed)
+    if (shown == typed) {
         return true;
+    }
     bool shownIsNumber = false;
     bool typedIsNumber = false;
     const double shownNumber = shown.toDouble(&shownIsNumber);
@@ -45,16 +46,18 @@ Plan set(const QStringList &arguments)
             return Plan::failure(u"is a %1, not a spin box or line edit"_s.arg(
                 QString::fromLatin1(widget->metaObject()->className())));
         }
-        if (edit->isReadOnly())
+        if (edit->isReadOnly()) {
             return Plan::failure(u"is read-only"_s);
+        }
         Plan plan = input::focusByClick(edit);
         plan.then(input::keys(edit, QKeySequence(Qt::CTRL | Qt::Key_A)));
         plan.then(input::text(edit, arguments[1]));
         // Not the return key: in a dialog that would press the default button, too.
         plan.then(input::keys(edit, QKeySequence(Qt::Key_Tab)));
         plan.attempt([guarded = QPointer<QWidget>(widget), wanted = arguments[1]] {
-            if (!guarded || shows(guarded, wanted))
+            if (!guarded || shows(guarded, wanted)) {
                 return Progress::done();
+            }
             return Progress::failed(u"shows \"%1\""_s.arg(shownValue(guarded)));
         });
         return plan;

@@ -92,8 +92,9 @@ std::span<const Verb> verbs()
 QStringList verbNames()
 {
     QStringList names;
-    for (const Verb &verb : table)
+    for (const Verb &verb : table) {
         names.append(QString(verb.usage).section(u' ', 0, 0));
+    }
     return names;
 }
 
@@ -106,8 +107,9 @@ const Verb *verbNamed(const QString &name)
 QString helpText()
 {
     QString text = introduction;
-    for (const Verb &verb : table)
+    for (const Verb &verb : table) {
         text += u"  %1\n      %2\n"_s.arg(verb.usage, verb.explanation);
+    }
     return text + conclusion;
 }
 

@@ -38,19 +38,22 @@ QStringList nearMatches(const QString &word, const QStringList &candidates)
     std::vector<std::pair<qsizetype, QString>> found;
     for (const QString &candidate : candidates) {
         const QString name = candidate.toLower();
-        if (name.isEmpty())
+        if (name.isEmpty()) {
             continue;
+        }
         const qsizetype distance = editDistance(wanted, name);
-        if (distance <= farthest || name.contains(wanted) || wanted.contains(name))
+        if (distance <= farthest || name.contains(wanted) || wanted.contains(name)) {
             found.emplace_back(distance, candidate);
+        }
     }
     std::sort(found.begin(), found.end());
     found.erase(std::unique(found.begin(), found.end()), found.end());
 
     QStringList matches;
     for (const auto &[distance, candidate] : found) {
-        if (matches.size() < mostMatches)
+        if (matches.size() < mostMatches) {
             matches.append(candidate);
+        }
     }
     return matches;
 }

@@ -27,13 +27,15 @@ Condition conditionFrom(const QStringList &arguments)
 
 Plan savePicture(QWidget *widget, const QString &file)
 {
-    if (!widget->isVisible())
+    if (!widget->isVisible()) {
         return Plan::failure(u"is hidden"_s);
+    }
     // At the window's own resolution, as the screen would show it.
     const QPixmap picture = widget->grab();
     QDir().mkpath(QFileInfo(file).path());
-    if (!picture.save(file))
+    if (!picture.save(file)) {
         return Plan::failure(u"%1 can't be written"_s.arg(file));
+    }
     return {};
 }
 
@@ -44,13 +46,16 @@ Plan wait(const QStringList &arguments)
     Plan plan;
     const auto holds = [path = arguments[0], condition = conditionFrom(arguments)] {
         const Found found = WidgetFinder::find(path);
-        if (found.ambiguous)
+        if (found.ambiguous) {
             return Progress::failed(found.problem);
-        if (!found.widget)
+        }
+        if (!found.widget) {
             return Progress::notYet(found.problem);
+        }
         const QString mismatch = condition.mismatch(found.widget);
-        if (mismatch.isEmpty())
+        if (mismatch.isEmpty()) {
             return Progress::done();
+        }
         return condition.appliesTo(found.widget) ? Progress::notYet(mismatch)
                                                  : Progress::failed(mismatch);
     };
@@ -88,8 +93,9 @@ Plan await(const QStringList &arguments)
 Plan screenshot(const QStringList &arguments)
 {
     const QString file = arguments.last();
-    if (arguments.size() == 2)
+    if (arguments.size() == 2) {
         return onWidget(arguments[0], [&](QWidget *widget) { return savePicture(widget, file); });
+    }
     QWidget *front = WidgetFinder::frontWindow();
     return front ? savePicture(front, file) : Plan::failure(u"no window is shown"_s);
 }

@@ -13,10 +13,12 @@ template <typename T, typename MakePlan>
 Plan onWidget(const QString &path, const char *kind, MakePlan plan)
 {
     const Found found = WidgetFinder::find(path);
-    if (!found.widget)
+    if (!found.widget) {
         return Plan::failure(found.problem);
-    if (T *widget = qobject_cast<T *>(found.widget))
+    }
+    if (T *widget = qobject_cast<T *>(found.widget)) {
         return plan(widget);
+    }
     return Plan::failure(QStringLiteral("is a %1, not a %2")
                              .arg(QString::fromLatin1(found.widget->metaObject()->className()),
                                   QString::fromLatin1(kind)));

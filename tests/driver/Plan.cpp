@@ -34,8 +34,9 @@ Plan &Plan::pause(std::chrono::milliseconds time)
 {
     // The time runs from the first attempt on, not from the making of the plan.
     const auto pauseOnce = [time, end = std::optional<QDeadlineTimer>()]() mutable {
-        if (!end)
+        if (!end) {
             end.emplace(time, Qt::PreciseTimer);
+        }
         return end->hasExpired() ? Progress::done() : Progress::notYet(u"pauses"_s);
     };
     return attempt(pauseOnce, time + reactionLimit);

@@ -28,14 +28,17 @@ Plan atClickPoint(const QString &path, Plan (*input)(QWidget *, QPoint))
 Plan setChecked(const QString &path, bool on)
 {
     return onWidget<QAbstractButton>(path, "button", [on](QAbstractButton *button) {
-        if (!button->isCheckable())
+        if (!button->isCheckable()) {
             return Plan::failure(u"can't be checked"_s);
-        if (button->isChecked() == on)
+        }
+        if (button->isChecked() == on) {
             return Plan();
+        }
         Plan plan = input::click(button, geometry::clickPoint(button));
         plan.attempt([on, guarded = QPointer<QAbstractButton>(button)] {
-            if (!guarded || guarded->isChecked() == on)
+            if (!guarded || guarded->isChecked() == on) {
                 return Progress::done();
+            }
             return Progress::failed(on ? u"stays off"_s : u"stays on"_s);
         });
         return plan;
@@ -58,15 +61,17 @@ Plan dragMoves(QAbstractSlider *control, int from, int to, int time)
 Progress standsAt(const QAbstractSlider *control, int value)
 {
     const qint64 distance = static_cast<qint64>(control->sliderPosition()) - value;
-    if (std::abs(distance) <= geometry::valueTolerance(control))
+    if (std::abs(distance) <= geometry::valueTolerance(control)) {
         return Progress::done();
+    }
     return Progress::failed(u"stands at %1, not at %2"_s.arg(control->sliderPosition()).arg(value));
 }
 
 Plan dragControl(QAbstractSlider *control, const QStringList &options)
 {
-    if (!geometry::hasValuePoints(control))
+    if (!geometry::hasValuePoints(control)) {
         return Plan::failure(u"is neither a dial nor a slider"_s);
+    }
     const int from = options[0].section(u".."_s, 0, 0).toInt();
     const int to = options[0].section(u".."_s, 1, 1).toInt();
     for (const int value : {from, to}) {

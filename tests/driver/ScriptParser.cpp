@@ -15,8 +15,9 @@ bool ScriptParser::parse(const QString &text)
     m_script.clear();
     const QStringList lines = text.split(u'\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        if (!parseLine(static_cast<int>(i) + 1, lines[i].trimmed()))
+        if (!parseLine(static_cast<int>(i) + 1, lines[i].trimmed())) {
             return false;
+        }
     }
     return true;
 }
@@ -25,16 +26,19 @@ bool ScriptParser::parseLine(int number, const QString &line)
 {
     m_error = {number, line, {}};
     QList<Word> words;
-    if (!split(line, words))
+    if (!split(line, words)) {
         return false;
-    if (words.isEmpty())
+    }
+    if (words.isEmpty()) {
         return true;
+    }
 
     QStringList arguments;
     QStringList shown;
     for (Word &word : words) {
-        if (!replaceVariables(word.text))
+        if (!replaceVariables(word.text)) {
             return false;
+        }
         arguments.append(word.text);
         shown.append(word.quoted ? u'"' + word.text + u'"' : word.text);
     }
@@ -45,8 +49,9 @@ bool ScriptParser::parseLine(int number, const QString &line)
         return fail(u"there is no step of this name%1"_s.arg(
             near.isEmpty() ? QString() : u"; near it: "_s + near.join(u", "_s)));
     }
-    if (const QString wrong = Usage(QString(verb->usage)).mismatch(arguments); !wrong.isEmpty())
+    if (const QString wrong = Usage(QString(verb->usage)).mismatch(arguments); !wrong.isEmpty()) {
         return fail(wrong);
+    }
     m_script.append({number, verb, arguments, shown.join(u' ')});
     return true;
 }
@@ -59,15 +64,18 @@ bool ScriptParser::split(const QString &line, QList<Word> &words)
             ++at;
             continue;
         }
-        if (line[at] == u'#')
+        if (line[at] == u'#') {
             return true;
+        }
         Word word;
         if (line[at] == u'"') {
-            if (!takeQuoted(line, at, word))
+            if (!takeQuoted(line, at, word)) {
                 return false;
+            }
         } else {
-            while (at < line.size() && !line[at].isSpace())
+            while (at < line.size() && !line[at].isSpace()) {
                 word.text.append(line[at++]);
+            }
         }
         words.append(word);
     }
@@ -85,8 +93,9 @@ bool ScriptParser::takeQuoted(const QString &line, qsizetype &at, Word &word)
             word.text.append(line[++at]);
         } else if (line[at] == u'"') {
             ++at;
-            if (at < line.size() && !line[at].isSpace())
+            if (at < line.size() && !line[at].isSpace()) {
                 return fail(u"a blank must follow the closing quote"_s);
+            }
             return true;
         } else {
             word.text.append(line[at]);
@@ -102,8 +111,9 @@ bool ScriptParser::replaceVariables(QString &text)
     qsizetype end = 0;
     for (const QRegularExpressionMatch &match : variable.globalMatch(text)) {
         const QByteArray name = match.captured(1).toLocal8Bit();
-        if (!qEnvironmentVariableIsSet(name.constData()))
+        if (!qEnvironmentVariableIsSet(name.constData())) {
             return fail(u"the environment has no variable %1"_s.arg(match.captured(1)));
+        }
         replaced += QStringView(text).mid(end, match.capturedStart() - end);
         replaced += qEnvironmentVariable(name.constData());
         end = match.capturedEnd();

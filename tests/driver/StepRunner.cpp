@@ -48,13 +48,15 @@ void StepRunner::start()
 
 void StepRunner::tick()
 {
-    if (m_ended)
+    if (m_ended) {
         return;
+    }
     m_timer.start(tickInterval);
     // The toolkit's test functions handle pending events themselves, this timer's among them. Only
     // a loop that is deeper than that of the action in progress is a dialog's.
-    if (QThread::currentThread()->loopLevel() > m_actingLevel)
+    if (QThread::currentThread()->loopLevel() > m_actingLevel) {
         carryOut();
+    }
 }
 
 void StepRunner::carryOut()
@@ -63,21 +65,24 @@ void StepRunner::carryOut()
         // The action that has opened this loop was the last one of its step.
         finishStep();
         // A program that the step has ended needs one round of its event loop to notice.
-        if (!std::exchange(m_rested, true) || !beginStep())
+        if (!std::exchange(m_rested, true) || !beginStep()) {
             return;
+        }
     }
     const quint64 number = ++m_actionCount;
     const Action action = std::move(m_plan.front());
     m_plan.pop_front();
-    if (std::exchange(m_firstAttempt, false))
+    if (std::exchange(m_firstAttempt, false)) {
         m_deadline.setRemainingTime(action.limit, Qt::PreciseTimer);
+    }
 
     const int outerLevel = std::exchange(m_actingLevel, QThread::currentThread()->loopLevel());
     Progress progress = action.attempt();
     m_actingLevel = outerLevel;
     // While a dialog was open, the script has gone on, and this action has long been done.
-    if (number == m_actionCount)
+    if (number == m_actionCount) {
         settle(action, progress);
+    }
 }
 
 bool StepRunner::beginStep()
@@ -93,8 +98,9 @@ bool StepRunner::beginStep()
     Plan plan = step.verb->plan(step.arguments);
     std::vector<Action> &actions = plan.actions();
     m_plan.assign(std::make_move_iterator(actions.begin()), std::make_move_iterator(actions.end()));
-    if (m_plan.empty())
+    if (m_plan.empty()) {
         finishStep();
+    }
     return !m_plan.empty();
 }
 
@@ -106,16 +112,18 @@ void StepRunner::settle(const Action &action, Progress &progress)
         m_plan.insert(m_plan.begin(), std::make_move_iterator(next.begin()),
                       std::make_move_iterator(next.end()));
         m_firstAttempt = true;
-        if (m_plan.empty())
+        if (m_plan.empty()) {
             finishStep();
+        }
         break;
     }
     case Progress::State::NotYet:
-        if (m_deadline.hasExpired())
+        if (m_deadline.hasExpired()) {
             fail(u"%1, after %2 s"_s.arg(progress.reason())
                      .arg(static_cast<double>(action.limit.count()) / 1000));
-        else
+        } else {
             m_plan.push_front(action);
+        }
         break;
     case Progress::State::Failed:
         fail(progress.reason());
@@ -125,11 +133,13 @@ void StepRunner::settle(const Action &action, Progress &progress)
 
 void StepRunner::finishStep()
 {
-    if (!std::exchange(m_stepOpen, false))
+    if (!std::exchange(m_stepOpen, false)) {
         return;
+    }
     m_rested = false;
-    if (m_index >= 0)
+    if (m_index >= 0) {
         report::ok(m_script[m_index]);
+    }
 }
 
 void StepRunner::fail(const QString &reason)
@@ -142,8 +152,9 @@ void StepRunner::fail(const QString &reason)
 
 void StepRunner::handleAboutToQuit()
 {
-    if (std::exchange(m_ended, true))
+    if (std::exchange(m_ended, true)) {
         return;
+    }
     // Cut off is the step that is still open, or else the next one.
     if (!m_stepOpen && ++m_index == m_script.size()) {
         report::done(m_script.size());

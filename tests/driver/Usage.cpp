@@ -43,8 +43,9 @@ bool isKeys(const QString &text)
 {
     const QKeySequence keys = QKeySequence::fromString(text);
     for (int i = 0; i < keys.count(); ++i) {
-        if (keys[static_cast<uint>(i)].key() == Qt::Key_unknown)
+        if (keys[static_cast<uint>(i)].key() == Qt::Key_unknown) {
             return false;
+        }
     }
     return !keys.isEmpty();
 }
@@ -87,8 +88,9 @@ constexpr Kind kinds[] = {
 
 bool accepts(const QString &word, const QString &argument)
 {
-    if (word != word.toUpper())
+    if (word != word.toUpper()) {
         return word == argument;
+    }
     const auto kind = std::find_if(std::begin(kinds), std::end(kinds),
                                    [&](const Kind &each) { return each.word == word; });
     return kind == std::end(kinds) || kind->accepts(argument);
@@ -97,11 +99,13 @@ bool accepts(const QString &word, const QString &argument)
 // Repeats the last word of a form for the arguments that it stands for.
 QStringList stretched(QStringList form, qsizetype count)
 {
-    if (form.isEmpty() || !form.last().endsWith(u"..."_s))
+    if (form.isEmpty() || !form.last().endsWith(u"..."_s)) {
         return form;
+    }
     form.last().chop(3);
-    while (form.size() < count)
+    while (form.size() < count) {
         form.append(form.last());
+    }
     return form;
 }
 
@@ -131,12 +135,14 @@ QString Usage::mismatch(const QStringList &arguments) const
     QString problem = u"the number of arguments is wrong"_s;
     for (const QStringList &each : m_forms) {
         const QStringList form = stretched(each, arguments.size());
-        if (form.size() != arguments.size())
+        if (form.size() != arguments.size()) {
             continue;
+        }
         const auto [word, argument] =
             std::mismatch(form.begin(), form.end(), arguments.begin(), accepts);
-        if (word == form.end())
+        if (word == form.end()) {
             return {};
+        }
         problem = u"\"%1\" doesn't fit %2"_s.arg(*argument, *word);
     }
     return u"%1; usage: %2"_s.arg(problem, m_usage);

@@ -43,8 +43,9 @@ QPoint inWindow(const QWidget *widget, QPoint point)
 QString whyHidden(const QWidget *widget)
 {
     for (const QWidget *each = widget; each != widget->window(); each = each->parentWidget()) {
-        if (!each->isHidden())
+        if (!each->isHidden()) {
             continue;
+        }
         return each == widget ? u"is hidden"_s
                               : u"is hidden, %1 isn't shown"_s.arg(WidgetFinder::pathOf(each));
     }
@@ -54,11 +55,13 @@ QString whyHidden(const QWidget *widget)
 QString windowObstacle(const QWidget *window)
 {
     const QWidget *popup = QApplication::activePopupWidget();
-    if (popup && popup != window)
+    if (popup && popup != window) {
         return u"is out of reach, %1 is open"_s.arg(WidgetFinder::pathOf(popup));
+    }
     const QWidget *modal = QApplication::activeModalWidget();
-    if (modal && !isPopup(window) && modal != window && !modal->isAncestorOf(window))
+    if (modal && !isPopup(window) && modal != window && !modal->isAncestorOf(window)) {
         return u"is behind the dialog \"%1\""_s.arg(modal->windowTitle());
+    }
     return {};
 }
 
@@ -66,11 +69,13 @@ QString windowObstacle(const QWidget *window)
 Progress comeToFront(const Guarded &widget)
 {
     QWindow *handle = windowOf(widget);
-    if (!handle || !handle->isExposed())
+    if (!handle || !handle->isExposed()) {
         return Progress::notYet(u"its window doesn't appear"_s);
+    }
     QWidget *window = widget->window();
-    if (isPopup(window) || window->isActiveWindow())
+    if (isPopup(window) || window->isActiveWindow()) {
         return Progress::done();
+    }
     window->activateWindow();
     return Progress::notYet(u"its window doesn't become active"_s);
 }
@@ -79,8 +84,9 @@ Progress comeToFront(const Guarded &widget)
 void send(Plan &plan, QWidget *widget, QPoint point, std::function<void(QWindow *, QPoint)> event)
 {
     plan.act([widget = Guarded(widget), point, event = std::move(event)] {
-        if (QWindow *window = windowOf(widget))
+        if (QWindow *window = windowOf(widget)) {
             event(window, inWindow(widget, point));
+        }
     });
 }
 
@@ -114,8 +120,9 @@ void stroke(Plan &plan, QWidget *widget, Qt::Key key, const QString &text,
         }
     });
     plan.act([=] {
-        if (*pressed && (*pressed)->isVisible())
+        if (*pressed && (*pressed)->isVisible()) {
             QTest::sendKeyEvent(QTest::Release, *pressed, key, text, modifiers, once);
+        }
     });
 }
 
@@ -123,8 +130,9 @@ void stroke(Plan &plan, QWidget *widget, Qt::Key key, const QString &text,
 QString typedText(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     const bool printable = key >= Qt::Key_Space && key <= Qt::Key_AsciiTilde;
-    if (!printable || modifiers & ~Qt::KeyboardModifiers(Qt::ShiftModifier))
+    if (!printable || modifiers & ~Qt::KeyboardModifiers(Qt::ShiftModifier)) {
         return {};
+    }
     const QChar sign(static_cast<char16_t>(key));
     return modifiers & Qt::ShiftModifier ? sign : sign.toLower();
 }
@@ -154,25 +162,31 @@ Plan awaitFocus(QWidget *widget)
 
 QString obstacle(const QWidget *widget, QPoint point)
 {
-    if (!widget->isVisible())
+    if (!widget->isVisible()) {
         return whyHidden(widget);
-    if (!widget->isEnabled())
+    }
+    if (!widget->isEnabled()) {
         return u"is disabled"_s;
+    }
     const QWidget *window = widget->window();
-    if (const QString inTheWay = windowObstacle(window); !inTheWay.isEmpty())
+    if (const QString inTheWay = windowObstacle(window); !inTheWay.isEmpty()) {
         return inTheWay;
-    if (!geometry::visibleRect(widget).contains(point))
+    }
+    if (!geometry::visibleRect(widget).contains(point)) {
         return u"is outside of what its window shows"_s;
+    }
     const QWidget *top = window->childAt(inWindow(widget, point));
-    if (top && top != widget && !widget->isAncestorOf(top))
+    if (top && top != widget && !widget->isAncestorOf(top)) {
         return u"is covered by %1"_s.arg(WidgetFinder::pathOf(top));
+    }
     return {};
 }
 
 Plan moveTo(QWidget *widget, QPoint point)
 {
-    if (const QString inTheWay = obstacle(widget, point); !inTheWay.isEmpty())
+    if (const QString inTheWay = obstacle(widget, point); !inTheWay.isEmpty()) {
         return Plan::failure(inTheWay);
+    }
     Plan plan = whenInFront(widget);
     send(plan, widget, point, [](QWindow *window, QPoint at) { QTest::mouseMove(window, at); });
     return plan;
@@ -231,8 +245,9 @@ Plan wheel(QWidget *widget, QPoint point, int notches)
 Plan focusByClick(QWidget *widget)
 {
     const QPoint middle = widget->rect().center();
-    if (const QString inTheWay = obstacle(widget, middle); !inTheWay.isEmpty())
+    if (const QString inTheWay = obstacle(widget, middle); !inTheWay.isEmpty()) {
         return Plan::failure(inTheWay);
+    }
     Plan plan = whenInFront(widget);
     plan.attempt([widget = Guarded(widget), middle] {
         return widget && !widget->hasFocus() ? Progress::doneThen(click(widget, middle))
@@ -243,14 +258,17 @@ Plan focusByClick(QWidget *widget)
 
 Plan focusByTab(QWidget *widget)
 {
-    if (!(widget->focusPolicy() & Qt::TabFocus))
+    if (!(widget->focusPolicy() & Qt::TabFocus)) {
         return Plan::failure(u"can't be reached with the tabulator key"_s);
-    if (const QString inTheWay = obstacle(widget, widget->rect().center()); !inTheWay.isEmpty())
+    }
+    if (const QString inTheWay = obstacle(widget, widget->rect().center()); !inTheWay.isEmpty()) {
         return Plan::failure(inTheWay);
+    }
     Plan plan = whenInFront(widget);
     plan.act([widget = Guarded(widget)] {
-        if (widget)
+        if (widget) {
             widget->setFocus(Qt::TabFocusReason);
+        }
     });
     return plan.then(awaitFocus(widget));
 }
@@ -271,8 +289,9 @@ Plan text(QWidget *widget, const QString &text)
 {
     Plan plan;
     // The codes of keys are those of the capital letters and signs on them.
-    for (const QChar c : text)
+    for (const QChar c : text) {
         stroke(plan, widget, static_cast<Qt::Key>(c.toUpper().unicode()), c, Qt::NoModifier);
+    }
     return plan;
 }
 

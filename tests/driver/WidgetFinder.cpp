@@ -33,10 +33,11 @@ QString path(const QWidget *widget, bool withInner)
     QStringList names;
     for (const QWidget *each = widget; each; each = each->parentWidget()) {
         const QString name = each->objectName();
-        if (!name.isEmpty() && (withInner || !isInner(name)))
+        if (!name.isEmpty() && (withInner || !isInner(name))) {
             names.prepend(name);
-        else if (each == widget)
+        } else if (each == widget) {
             names.prepend(u':' + QString::fromLatin1(each->metaObject()->className()));
+        }
     }
     return names.join(u'/');
 }
@@ -44,8 +45,9 @@ QString path(const QWidget *widget, bool withInner)
 QStringList paths(const QWidgetList &widgets, bool withInner)
 {
     QStringList all;
-    for (const QWidget *widget : widgets)
+    for (const QWidget *widget : widgets) {
         all.append(path(widget, withInner));
+    }
     all.sort();
     return all;
 }
@@ -63,16 +65,18 @@ QString missing(const WidgetPath &wanted, const QWidgetList &widgets)
     QWidgetList elsewhere;
     QStringList names;
     for (QWidget *widget : widgets) {
-        if (wanted.matchesLast(widget))
+        if (wanted.matchesLast(widget)) {
             elsewhere.append(widget);
+        }
         names.append(widget->objectName());
         names.append(shownText(widget));
     }
     // Most often it is the panel that is wrong, not the control.
     const QStringList near =
         elsewhere.isEmpty() ? nearMatches(wanted.lastWord(), names) : sortedPaths(elsewhere);
-    if (near.isEmpty())
+    if (near.isEmpty()) {
         return u"no visible window has such a widget"_s;
+    }
     return u"no visible window has such a widget; near it: %1"_s.arg(near.join(u", "_s));
 }
 
@@ -94,11 +98,13 @@ Found WidgetFinder::find(const QString &path)
 
     const QWidget *modal = QApplication::activeModalWidget();
     const auto isBehind = [&](const QWidget *widget) { return widget->window() != modal; };
-    if (modal && !std::all_of(matches.begin(), matches.end(), isBehind))
+    if (modal && !std::all_of(matches.begin(), matches.end(), isBehind)) {
         matches.removeIf(isBehind);
+    }
 
-    if (matches.isEmpty())
+    if (matches.isEmpty()) {
         return {nullptr, missing(wanted, widgets), false};
+    }
     if (matches.size() > 1) {
         return {nullptr, u"is ambiguous: %1"_s.arg(sortedPaths(matches).join(u", "_s)), true};
     }
@@ -115,20 +121,24 @@ QWidget *WidgetFinder::mainWindow()
     QWidget *other = nullptr;
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
-        if (!isOrdinaryWindow(window))
+        if (!isOrdinaryWindow(window)) {
             continue;
-        if (qobject_cast<QMainWindow *>(window))
+        }
+        if (qobject_cast<QMainWindow *>(window)) {
             return window;
-        if (!other || !window->parentWidget())
+        }
+        if (!other || !window->parentWidget()) {
             other = window;
+        }
     }
     return other;
 }
 
 QWidget *WidgetFinder::frontWindow()
 {
-    if (QWidget *modal = QApplication::activeModalWidget())
+    if (QWidget *modal = QApplication::activeModalWidget()) {
         return modal;
+    }
     QWidget *active = QApplication::activeWindow();
     return active && isOrdinaryWindow(active) ? active : mainWindow();
 }

@@ -17,14 +17,16 @@ QStringList splitAtSlashes(const QString &path)
     QStringList parts{QString()};
     int depth = 0;
     for (const QChar c : path) {
-        if (c == u'[')
+        if (c == u'[') {
             ++depth;
-        else if (c == u']')
+        } else if (c == u']') {
             --depth;
-        if (c == u'/' && depth == 0)
+        }
+        if (c == u'/' && depth == 0) {
             parts.append(QString());
-        else
+        } else {
             parts.last().append(c);
+        }
     }
     return parts;
 }
@@ -35,8 +37,9 @@ QString withoutMnemonic(const QString &text)
 {
     QString plain;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] == u'&' && i + 1 < text.size())
+        if (text[i] == u'&' && i + 1 < text.size()) {
             ++i;
+        }
         plain.append(text[i]);
     }
     return plain;
@@ -46,8 +49,9 @@ QString shownText(const QWidget *widget)
 {
     for (const char *property : {"text", "title"}) {
         const QVariant text = widget->property(property);
-        if (text.isValid())
+        if (text.isValid()) {
             return withoutMnemonic(text.toString());
+        }
     }
     return {};
 }
@@ -92,14 +96,16 @@ bool WidgetPath::matchesLast(const QWidget *widget) const
 
 bool WidgetPath::matches(const QWidget *widget) const
 {
-    if (!matchesLast(widget))
+    if (!matchesLast(widget)) {
         return false;
+    }
     // The nearest ancestor that fits is always a right choice, since it leaves the most others.
     auto open = m_segments.crbegin() + 1;
     for (widget = widget->parentWidget(); widget && open != m_segments.crend();
          widget = widget->parentWidget()) {
-        if (open->matches(widget))
+        if (open->matches(widget)) {
             ++open;
+        }
     }
     return open == m_segments.crend();
 }

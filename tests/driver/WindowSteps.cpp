@@ -12,20 +12,24 @@ namespace driver::steps {
 Plan resize(const QStringList &arguments)
 {
     QWidget *window = WidgetFinder::frontWindow();
-    if (!window)
+    if (!window) {
         return Plan::failure(u"no window is shown"_s);
+    }
     const QSize size(arguments[0].toInt(), arguments[1].toInt());
     Plan plan;
     plan.act([guarded = QPointer<QWidget>(window), size] {
-        if (guarded)
+        if (guarded) {
             guarded->resize(size);
+        }
     });
     plan.attempt(
         [guarded = QPointer<QWidget>(window), size] {
-            if (!guarded)
+            if (!guarded) {
                 return Progress::failed(u"the window has gone"_s);
-            if (guarded->size() == size && guarded->windowHandle()->size() == size)
+            }
+            if (guarded->size() == size && guarded->windowHandle()->size() == size) {
                 return Progress::done();
+            }
             return Progress::notYet(
                 u"the window is %1 by %2"_s.arg(guarded->width()).arg(guarded->height()));
         },
@@ -36,13 +40,15 @@ Plan resize(const QStringList &arguments)
 Plan close(const QStringList &)
 {
     QWidget *window = WidgetFinder::frontWindow();
-    if (!window || !window->windowHandle())
+    if (!window || !window->windowHandle()) {
         return Plan::failure(u"no window is shown"_s);
+    }
     Plan plan;
     // By way of the platform's window, where the close box reports, too.
     return plan.act([guarded = QPointer<QWindow>(window->windowHandle())] {
-        if (guarded)
+        if (guarded) {
             guarded->close();
+        }
     });
 }
 

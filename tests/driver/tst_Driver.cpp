@@ -192,8 +192,9 @@ void tst_Driver::init()
 QString tst_Driver::write(const QByteArray &script)
 {
     QFile file(m_folder->filePath(u"script.steps"_s));
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly)) {
         return {};
+    }
     file.write(script);
     return file.fileName();
 }
@@ -213,16 +214,18 @@ QStringList tst_Driver::finish()
         m_program.waitForFinished();
         return {};
     }
-    if (m_program.exitStatus() != QProcess::NormalExit)
+    if (m_program.exitStatus() != QProcess::NormalExit) {
         return {};
+    }
     return QString::fromUtf8(m_program.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
 }
 
 void tst_Driver::scripts_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : {"buttons", "values", "lists", "windows"})
+    for (const char *name : {"buttons", "values", "lists", "windows"}) {
         QTest::newRow(name) << QString::fromLatin1(name);
+    }
 }
 
 void tst_Driver::scripts()
@@ -237,8 +240,9 @@ void tst_Driver::scripts()
     const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QString verb = lines[i].section(u' ', 0, 0);
-        if (!verb.isEmpty() && verb != u"#"_s)
+        if (!verb.isEmpty() && verb != u"#"_s) {
             expected.append(u"ok   %1 %2"_s.arg(i + 1).arg(verb));
+        }
     }
     const qsizetype steps = expected.size();
     expected.append(u"done %1 steps"_s.arg(steps));
@@ -246,8 +250,9 @@ void tst_Driver::scripts()
     start(path);
     const QStringList printed = finish();
     QStringList reported;
-    for (const QString &line : printed)
+    for (const QString &line : printed) {
         reported.append(line.section(u' ', 0, line.startsWith(u"ok"_s) ? 4 : -1));
+    }
     QVERIFY2(reported == expected, qPrintable(printed.join(u'\n')));
     QCOMPARE(m_program.exitCode(), 0);
 }
@@ -286,8 +291,9 @@ void tst_Driver::failure_data()
 {
     QTest::addColumn<QByteArray>("script");
     QTest::addColumn<QString>("line");
-    for (const Failure &each : failures)
+    for (const Failure &each : failures) {
         QTest::newRow(each.name) << QByteArray(each.script) << QString::fromUtf8(each.line);
+    }
 }
 
 void tst_Driver::failure()
@@ -365,8 +371,9 @@ void tst_Driver::help()
     QCOMPARE(m_program.exitCode(), 0);
     for (const QString &usage :
          {u"\n  click WIDGET\n"_s, u"\n  wait WIDGET PROPERTY OP VALUE [SECONDS]\n"_s,
-          u"\n  drag WIDGET FROM..TO [MS] [hold]\n"_s, u"\n  quit\n"_s})
+          u"\n  drag WIDGET FROM..TO [MS] [hold]\n"_s, u"\n  quit\n"_s}) {
         QVERIFY2(text.contains(usage), qPrintable(usage));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Driver)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ConnectionTest.h"
 #include "PanelTest.h"
 #include "support/DebugLog.h"
 
@@ -10,18 +11,8 @@ namespace DeviceListTest {
 
 using namespace Qt::StringLiterals;
 using namespace PanelTest;
-
-template <typename Panel>
-bool ready(const Shown<Panel> &panel)
-{
-    return panel.enabled("btnConnect") && !panel.enabled("btnDisconnect");
-}
-
-template <typename Panel>
-bool connected(const Shown<Panel> &panel)
-{
-    return !panel.enabled("btnConnect") && panel.enabled("btnDisconnect");
-}
+using ConnectionTest::connected;
+using ConnectionTest::ready;
 
 template <typename Panel>
 bool noDevice(const Shown<Panel> &panel)
@@ -281,9 +272,7 @@ void failedOpenReturnsToReady()
 {
     const Shown<Panel> panel;
     add(panel, u"COM7"_s);
-    QObject::connect(panel.get(), &Panel::openDevice, panel.get(), &Panel::showDisconnected);
-    panel.click("btnConnect");
-    QVERIFY(ready(panel));
+    ConnectionTest::failedOpenReturnsToReady(panel);
 }
 
 template <typename Panel>
@@ -291,17 +280,7 @@ void disconnectAsksToClose()
 {
     const Shown<Panel> panel;
     add(panel, u"COM7"_s);
-    panel.click("btnConnect");
-    bool readyBefore = false;
-    QObject::connect(panel.get(), &Panel::closeDevice, panel.get(),
-                     [&] { readyBefore = ready(panel); });
-    QSignalSpy closed(panel.get(), &Panel::closeDevice);
-    panel.click("btnDisconnect");
-    QCOMPARE(closed.count(), 1);
-    QVERIFY(readyBefore);
-    QVERIFY(ready(panel));
-    panel.click("btnDisconnect"); // disabled by now
-    QCOMPARE(closed.count(), 1);
+    ConnectionTest::disconnectAsksToClose(panel);
 }
 
 template <typename Panel>

@@ -20,8 +20,9 @@ inline QList<int> replyRow(const Panel &panel)
 {
     QList<int> row;
     for (const char *field :
-         {"sbReplyAddress", "sbReplyCommand", "sbReplyType", "sbReplyMotorBank", "sbReplyValue"})
+         {"sbReplyAddress", "sbReplyCommand", "sbReplyType", "sbReplyMotorBank", "sbReplyValue"}) {
         row.append(panel.child<QSpinBox>(field)->value());
+    }
     return row;
 }
 

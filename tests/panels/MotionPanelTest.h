@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QSpinBox>
 
+#include <array>
+#include <cstddef>
 #include <limits>
 
 /// What the tests of the jog and motion panels share.
@@ -89,6 +91,43 @@ inline bool showsPicture(const QAbstractButton &button, const QString &path)
 {
     const auto image = [](const QIcon &icon) { return icon.pixmap(16).toImage(); };
     return !image(QIcon(path)).isNull() && image(button.icon()) == image(QIcon(path));
+}
+
+/// Rows for the buttons that run a motor like a player, with the column "picture": @p buttons are
+/// run left, jog left, stop, jog right and run right.
+inline void addPlayerPictureRows(const std::array<const char *, 5> &buttons)
+{
+    constexpr const char *Pictures[] = {"Left", "leftStep", "Stop", "rightStep", "Right"};
+    QTest::addColumn<QString>("picture");
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        QTest::newRow(buttons[i]) << QStringLiteral(":/Player/") + QLatin1String(Pictures[i]);
+    }
+}
+
+/// Compares what the button that the row is named after shows with the row's "picture".
+inline void comparePicture(const QWidget &panel)
+{
+    QFETCH(QString, picture);
+    const auto *button =
+        panel.findChild<QAbstractButton *>(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(button);
+    QVERIFY(showsPicture(*button, picture));
+}
+
+/// Clicks twice on @p button. The panel's signals at a press and at a release are those of the
+/// row's columns "atPress" and "atRelease".
+template <typename Panel>
+void compareClicks(const Panel &panel, const char *button)
+{
+    QFETCH(QStringList, atPress);
+    QFETCH(QStringList, atRelease);
+    QWidget *control = panel.child(button);
+    for (int i = 0; i < 2; ++i) {
+        QTest::mousePress(control, Qt::LeftButton);
+        QCOMPARE(panel.log.take(), atPress);
+        QTest::mouseRelease(control, Qt::LeftButton);
+        QCOMPARE(panel.log.take(), atRelease);
+    }
 }
 
 /// A place on the dial: @p x and @p y from -1 to 1 from its middle, to the right and downwards.

@@ -1,6 +1,7 @@
 #include "panels/AxisParameter.h"
 #include "support/TestCase.h"
 
+#include <QFile>
 #include <QTest>
 
 #include <algorithm>
@@ -123,6 +124,7 @@ private slots:
     void parameter();
     void counts();
     void microIsOneCharacter();
+    void documentHasThem();
 };
 
 void tst_AxisParameter::parameter_data()
@@ -164,6 +166,29 @@ void tst_AxisParameter::microIsOneCharacter()
 {
     QCOMPARE(P::TargetPosition.unit.size(), 6);
     QCOMPARE(P::TargetPosition.unit.front().unicode(), char16_t(0xb5));
+}
+
+/// The description of the protocol lists the same parameters in the same order, and no others.
+void tst_AxisParameter::documentHasThem()
+{
+    QStringList expected;
+    for (const auto &row : rows) {
+        const AxisParameter &parameter = row.parameter;
+        const QString key =
+            parameter.settingsKey.isEmpty() ? QString() : u"`%1`"_s.arg(parameter.settingsKey);
+        expected << u"| %1 | %2 | %3 | %4 |"_s.arg(QString::number(parameter.number),
+                                                   parameter.name, parameter.unit, key);
+    }
+
+    QFile file(QStringLiteral(ZDR_PROTOCOL_DOCUMENT));
+    QVERIFY2(file.open(QIODevice::ReadOnly | QIODevice::Text), qPrintable(file.errorString()));
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    const auto heading = lines.indexOf(u"## Axis parameters"_s);
+    const auto firstRow = lines.indexOf(u"|---|---|---|---|"_s, heading) + 1;
+    QVERIFY(heading >= 0 && firstRow > heading);
+    const auto isRow = [](const QString &line) { return line.startsWith(u'|'); };
+    const auto end = std::find_if_not(lines.begin() + firstRow, lines.end(), isRow);
+    QCOMPARE(QStringList(lines.begin() + firstRow, end), expected);
 }
 
 QTEST_GUILESS_MAIN(tst_AxisParameter)

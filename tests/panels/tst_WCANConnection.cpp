@@ -1,3 +1,4 @@
+#include "ConnectionTest.h"
 #include "PanelTest.h"
 #include "panels/WCANConnection.h"
 #include "support/DebugLog.h"
@@ -11,6 +12,8 @@
 
 using namespace Qt::StringLiterals;
 using namespace PanelTest;
+using ConnectionTest::connected;
+using ConnectionTest::ready;
 
 using Panel = Shown<WCANConnection>;
 
@@ -32,9 +35,9 @@ private slots:
     void connectSendsChoice();
     void typedIdentifiers();
     void connectWithoutBitrate();
-    void failedOpenReturnsToReady();
-    void disconnectAsksToClose();
-    void states();
+    void failedOpenReturnsToReady() { ConnectionTest::failedOpenReturnsToReady(Panel()); }
+    void disconnectAsksToClose() { ConnectionTest::disconnectAsksToClose(Panel()); }
+    void states() { ConnectionTest::states<WCANConnection>(); }
     void keyboard();
 };
 
@@ -48,16 +51,6 @@ QStringList bitrates(const Panel &panel)
         texts.append(list->itemText(i));
     }
     return texts;
-}
-
-bool ready(const Panel &panel)
-{
-    return panel.enabled("btnConnect") && !panel.enabled("btnDisconnect");
-}
-
-bool connected(const Panel &panel)
-{
-    return !panel.enabled("btnConnect") && panel.enabled("btnDisconnect");
 }
 
 } // namespace
@@ -208,44 +201,6 @@ void tst_WCANConnection::connectWithoutBitrate()
     QSignalSpy opened(panel.get(), &WCANConnection::openDevice);
     panel.click("btnConnect");
     QCOMPARE(opened, (QList<QVariantList>{{0, 1, 2}}));
-}
-
-void tst_WCANConnection::failedOpenReturnsToReady()
-{
-    const Panel panel;
-    connect(panel.get(), &WCANConnection::openDevice, panel.get(),
-            &WCANConnection::showDisconnected);
-    panel.click("btnConnect");
-    QVERIFY(ready(panel));
-}
-
-void tst_WCANConnection::disconnectAsksToClose()
-{
-    const Panel panel;
-    panel.click("btnConnect");
-    bool readyBefore = false;
-    connect(panel.get(), &WCANConnection::closeDevice, this, [&] { readyBefore = ready(panel); });
-    QSignalSpy closed(panel.get(), &WCANConnection::closeDevice);
-    panel.click("btnDisconnect");
-    QCOMPARE(closed.count(), 1);
-    QVERIFY(readyBefore);
-    QVERIFY(ready(panel));
-}
-
-void tst_WCANConnection::states()
-{
-    const Panel panel;
-    QSignalSpy opened(panel.get(), &WCANConnection::openDevice);
-    QSignalSpy closed(panel.get(), &WCANConnection::closeDevice);
-    panel->showConnected();
-    QVERIFY(connected(panel));
-    panel->showDisconnected();
-    QVERIFY(ready(panel));
-    panel->showConnected();
-    panel->deviceClosed();
-    QVERIFY(ready(panel));
-    QVERIFY(opened.isEmpty());
-    QVERIFY(closed.isEmpty());
 }
 
 void tst_WCANConnection::keyboard()

@@ -26,7 +26,7 @@ private slots:
     void setTitle();
     void layoutFits();
     void connectSendsPort();
-    void states();
+    void states() { ConnectionTest::states<WConnection>(); }
     void keyboard();
 
     void addDevice_data() { DeviceListTest::addDevice_data(); }
@@ -118,23 +118,6 @@ void tst_WConnection::connectSendsPort()
     QVERIFY(connectedBefore);
     QVERIFY(connected(panel));
     QCOMPARE(log.lines(), QStringList{u"connect to: \"COM8\""_s});
-}
-
-void tst_WConnection::states()
-{
-    const Panel panel;
-    QSignalSpy opened(panel.get(), &WConnection::openDevice);
-    QSignalSpy closed(panel.get(), &WConnection::closeDevice);
-    // Whoever shows a state needn't look at the list.
-    panel->showConnected();
-    QVERIFY(connected(panel));
-    panel->showDisconnected();
-    QVERIFY(ready(panel));
-    panel->showConnected();
-    panel->deviceClosed();
-    QVERIFY(ready(panel));
-    QVERIFY(opened.isEmpty());
-    QVERIFY(closed.isEmpty());
 }
 
 void tst_WConnection::layoutFits()

@@ -102,19 +102,13 @@ void tst_WCurrentControl::form()
 
 void tst_WCurrentControl::pictures_data()
 {
-    QTest::addColumn<QString>("picture");
-    QTest::newRow("btnLeft") << u":/Player/Left"_s;
-    QTest::newRow("btnJogLeft") << u":/Player/leftStep"_s;
-    QTest::newRow("btnStop") << u":/Player/Stop"_s;
-    QTest::newRow("btnJogRight") << u":/Player/rightStep"_s;
-    QTest::newRow("btnRight") << u":/Player/Right"_s;
+    addPlayerPictureRows({"btnLeft", "btnJogLeft", "btnStop", "btnJogRight", "btnRight"});
 }
 
 void tst_WCurrentControl::pictures()
 {
-    QFETCH(QString, picture);
     const Panel panel;
-    QVERIFY(showsPicture(*panel.child<QAbstractButton>(QTest::currentDataTag()), picture));
+    comparePicture(*panel.get());
 }
 
 void tst_WCurrentControl::setters()
@@ -173,19 +167,11 @@ void tst_WCurrentControl::buttons()
 {
     QFETCH(QString, button);
     QFETCH(bool, stopWithMotorStop);
-    QFETCH(QStringList, atPress);
-    QFETCH(QStringList, atRelease);
     const Panel panel;
     panel->setStopWithMotorStop(stopWithMotorStop);
     panel.type("sbTargetCurrent", u"700"_s);
     QCOMPARE(panel.log.take(), QStringList());
-    QWidget *control = panel.child(qPrintable(button));
-    for (int i = 0; i < 2; ++i) {
-        QTest::mousePress(control, Qt::LeftButton);
-        QCOMPARE(panel.log.take(), atPress);
-        QTest::mouseRelease(control, Qt::LeftButton);
-        QCOMPARE(panel.log.take(), atRelease);
-    }
+    compareClicks(panel, qPrintable(button));
 }
 
 void tst_WCurrentControl::addressAndMotor()

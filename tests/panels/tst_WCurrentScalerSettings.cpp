@@ -105,10 +105,8 @@ public:
     }
 
 private slots:
-    void limitsByControl_data();
-    void limitsByControl();
-    void limitsByReply_data();
-    void limitsByReply();
+    void limitPushesTheOther_data();
+    void limitPushesTheOther();
     void raisedAndLoweredByKeys();
     void typedToTheTop();
     void firstReadOverwritesTheUpperLimit();
@@ -135,11 +133,11 @@ private:
         panel->requestedValue(1, 0, 117, upper);
         QCOMPARE(limits(panel), (QList<int>{lower, upper}));
     }
-    static void addLimitRows();
 };
 
-void tst_WCurrentScalerSettings::addLimitRows()
+void tst_WCurrentScalerSettings::limitPushesTheOther_data()
 {
+    QTest::addColumn<bool>("byReply"); // or by the limit's own control
     QTest::addColumn<QList<int>>("before");
     QTest::addColumn<int>("number");
     QTest::addColumn<int>("value");
@@ -147,8 +145,11 @@ void tst_WCurrentScalerSettings::addLimitRows()
     QTest::addColumn<QStringList>("log");
     const auto add = [](const char *name, const QList<int> &before, int number, int value,
                         const QList<int> &after, const QStringList &more = {}) {
-        QTest::newRow(name) << before << number << value << after
-                            << (QStringList{u"set 1 0 %1 %2"_s.arg(number).arg(value)} + more);
+        const QStringList log = QStringList{u"set 1 0 %1 %2"_s.arg(number).arg(value)} + more;
+        for (const bool byReply : {false, true}) {
+            QTest::addRow("%s, %s", name, byReply ? "by reply" : "by hand")
+                << byReply << before << number << value << after << log;
+        }
     };
     add("lower stays below", {10, 1500}, 116, 1499, {1499, 1500});
     add("lower reaches the upper", {10, 1500}, 116, 1500, {1500, 1501}, {u"set 1 0 117 1501"_s});
@@ -167,47 +168,25 @@ void tst_WCurrentScalerSettings::addLimitRows()
         {u"set 1 0 116 0"_s, u"set 1 0 117 1"_s});
 }
 
-void tst_WCurrentScalerSettings::limitsByControl_data()
+void tst_WCurrentScalerSettings::limitPushesTheOther()
 {
-    addLimitRows();
-}
-
-void tst_WCurrentScalerSettings::limitsByControl()
-{
+    QFETCH(bool, byReply);
     QFETCH(QList<int>, before);
     QFETCH(int, number);
     QFETCH(int, value);
-    QFETCH(QList<int>, after);
     QFETCH(QStringList, log);
     const auto panel = make();
     setLimits(panel.get(), before.first(), before.last());
     FakeModule module;
     module.attach(panel.get());
-    panel->findChild<QSpinBox *>(number == 116 ? u"sbLagLeadLimit1"_s : u"sbLagLeadLimit2"_s)
-        ->setValue(value);
+    if (byReply) {
+        panel->requestedValue(1, 0, static_cast<char>(number), value);
+    } else {
+        const auto name = number == 116 ? u"sbLagLeadLimit1"_s : u"sbLagLeadLimit2"_s;
+        panel->findChild<QSpinBox *>(name)->setValue(value);
+    }
     QCOMPARE(module.takeLog(), log);
-    QCOMPARE(limits(panel.get()), after);
-}
-
-void tst_WCurrentScalerSettings::limitsByReply_data()
-{
-    addLimitRows();
-}
-
-void tst_WCurrentScalerSettings::limitsByReply()
-{
-    QFETCH(QList<int>, before);
-    QFETCH(int, number);
-    QFETCH(int, value);
-    QFETCH(QList<int>, after);
-    QFETCH(QStringList, log);
-    const auto panel = make();
-    setLimits(panel.get(), before.first(), before.last());
-    FakeModule module;
-    module.attach(panel.get());
-    panel->requestedValue(1, 0, static_cast<char>(number), value);
-    QCOMPARE(module.takeLog(), log);
-    QCOMPARE(limits(panel.get()), after);
+    QTEST(limits(panel.get()), "after");
 }
 
 void tst_WCurrentScalerSettings::raisedAndLoweredByKeys()

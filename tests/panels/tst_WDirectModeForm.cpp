@@ -172,11 +172,13 @@ void tst_WDirectModeForm::fieldsKeepTheirEnabledState()
         panel.click("btnSend");
         panel->requestResult(1, 2, 3, 100, 5);
         for (const char *field :
-             {"sbRequestType", "sbRequestMotorBank", "sbRequestValue", "cbCommand", "btnSend"})
+             {"sbRequestType", "sbRequestMotorBank", "sbRequestValue", "cbCommand", "btnSend"}) {
             QVERIFY2(panel.enabled(field), field);
+        }
         for (const char *field : {"sbRequestAddress", "sbReplyAddress", "sbReplyCommand",
-                                  "sbReplyType", "sbReplyMotorBank", "sbReplyValue"})
+                                  "sbReplyType", "sbReplyMotorBank", "sbReplyValue"}) {
             QVERIFY2(!panel.enabled(field), field);
+        }
     }
 }
 

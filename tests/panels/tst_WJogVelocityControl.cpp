@@ -154,19 +154,11 @@ void tst_WJogVelocityControl::buttons_data()
 
 void tst_WJogVelocityControl::buttons()
 {
-    QFETCH(QStringList, atPress);
-    QFETCH(QStringList, atRelease);
     const Panel panel;
     panel.target->setValue(5000);
     panel.acceleration->setValue(700);
     panel.log.take();
-    QWidget *button = panel.child(QTest::currentDataTag());
-    for (int i = 0; i < 2; ++i) {
-        QTest::mousePress(button, Qt::LeftButton);
-        QCOMPARE(panel.log.take(), atPress);
-        QTest::mouseRelease(button, Qt::LeftButton);
-        QCOMPARE(panel.log.take(), atRelease);
-    }
+    compareClicks(panel, QTest::currentDataTag());
 }
 
 void tst_WJogVelocityControl::jogWithTheKeyboard()

@@ -91,19 +91,14 @@ void tst_WJogVelocityControlForm::form()
 
 void tst_WJogVelocityControlForm::pictures_data()
 {
-    QTest::addColumn<QString>("picture");
-    QTest::newRow("btnJogFastLeft") << u":/Player/Left"_s;
-    QTest::newRow("btnJogLeft") << u":/Player/leftStep"_s;
-    QTest::newRow("btnJogStop") << u":/Player/Stop"_s;
-    QTest::newRow("btnJogRight") << u":/Player/rightStep"_s;
-    QTest::newRow("btnJogFastRight") << u":/Player/Right"_s;
+    addPlayerPictureRows(
+        {"btnJogFastLeft", "btnJogLeft", "btnJogStop", "btnJogRight", "btnJogFastRight"});
 }
 
 void tst_WJogVelocityControlForm::pictures()
 {
-    QFETCH(QString, picture);
     const Panel panel;
-    QVERIFY(showsPicture(*panel.child<QAbstractButton>(QTest::currentDataTag()), picture));
+    comparePicture(*panel.get());
 }
 
 void tst_WJogVelocityControlForm::titleAndLabels()

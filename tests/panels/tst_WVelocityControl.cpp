@@ -116,19 +116,13 @@ void tst_WVelocityControl::form()
 
 void tst_WVelocityControl::pictures_data()
 {
-    QTest::addColumn<QString>("picture");
-    QTest::newRow("btnLeft") << u":/Player/Left"_s;
-    QTest::newRow("btnJogLeft") << u":/Player/leftStep"_s;
-    QTest::newRow("btnStop") << u":/Player/Stop"_s;
-    QTest::newRow("btnJogRight") << u":/Player/rightStep"_s;
-    QTest::newRow("btnRight") << u":/Player/Right"_s;
+    addPlayerPictureRows({"btnLeft", "btnJogLeft", "btnStop", "btnJogRight", "btnRight"});
 }
 
 void tst_WVelocityControl::pictures()
 {
-    QFETCH(QString, picture);
     const Panel panel;
-    QVERIFY(showsPicture(*panel.child<QAbstractButton>(QTest::currentDataTag()), picture));
+    comparePicture(*panel.get());
 }
 
 void tst_WVelocityControl::setters()
@@ -194,17 +188,9 @@ void tst_WVelocityControl::buttons_data()
 
 void tst_WVelocityControl::buttons()
 {
-    QFETCH(QStringList, atPress);
-    QFETCH(QStringList, atRelease);
     const Panel panel;
     panel.type("sbTargetVelocity", u"5000"_s);
-    QWidget *button = panel.child(QTest::currentDataTag());
-    for (int i = 0; i < 2; ++i) {
-        QTest::mousePress(button, Qt::LeftButton);
-        QCOMPARE(panel.log.take(), atPress);
-        QTest::mouseRelease(button, Qt::LeftButton);
-        QCOMPARE(panel.log.take(), atRelease);
-    }
+    compareClicks(panel, QTest::currentDataTag());
 }
 
 void tst_WVelocityControl::buttonsAtZero()

@@ -28,8 +28,9 @@ PtyPair::~PtyPair()
 
 void PtyPair::close()
 {
-    if (m_master != -1)
+    if (m_master != -1) {
         ::close(m_master);
+    }
     m_master = -1;
 }
 
@@ -41,8 +42,9 @@ bool PtyPair::send(const QByteArray &bytes)
 const QByteArray &PtyPair::received()
 {
     std::array<char, 4096> block{};
-    for (ssize_t count = 0; (count = ::read(m_master, block.data(), block.size())) > 0;)
+    for (ssize_t count = 0; (count = ::read(m_master, block.data(), block.size())) > 0;) {
         m_received.append(block.data(), count);
+    }
     return m_received;
 }
 

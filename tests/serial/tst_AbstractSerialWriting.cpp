@@ -238,7 +238,6 @@ void tst_AbstractSerialWriting::notificationThatThePortRefuses()
     QCOMPARE(engine->written, QByteArray());
 }
 
-// Engines call back as soon as the notification is turned on, so a write drains itself.
 void tst_AbstractSerialWriting::flushTakesTheNotificationsWork()
 {
     AbstractSerial device;
@@ -257,6 +256,7 @@ void tst_AbstractSerialWriting::flushTakesTheNotificationsWork()
     QCOMPARE(engine->written, "123456"_ba);
 }
 
+// Engines call back as soon as the notification is turned on, so a write drains itself.
 void tst_AbstractSerialWriting::pushedWritesDrainTheBuffer()
 {
     AbstractSerial device;

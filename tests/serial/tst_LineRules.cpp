@@ -73,20 +73,24 @@ void tst_LineRules::stopBitsAgainstPresentState()
 
 void tst_LineRules::parity()
 {
-    for (int value = 0; value <= 4; ++value)
+    for (int value = 0; value <= 4; ++value) {
         QVERIFY(LineRules::acceptsParity(value));
+    }
     for (const int value :
-         {-1, 5, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
+         {-1, 5, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
         QVERIFY(!LineRules::acceptsParity(value));
+    }
 }
 
 void tst_LineRules::flowControl()
 {
-    for (int value = 0; value <= 2; ++value)
+    for (int value = 0; value <= 2; ++value) {
         QVERIFY(LineRules::acceptsFlowControl(value));
+    }
     for (const int value :
-         {-1, 3, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
+         {-1, 3, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
         QVERIFY(!LineRules::acceptsFlowControl(value));
+    }
 }
 
 void tst_LineRules::rateInDirection_data()

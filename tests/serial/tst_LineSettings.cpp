@@ -107,12 +107,13 @@ void tst_LineSettings::flowControlReadBack_data()
         const bool out = combination & 4;
         const int rts = combination >> 3;
         int flow = -1;
-        if (cts && rts == 2 && !in && !out)
+        if (cts && rts == 2 && !in && !out) {
             flow = 1;
-        else if (!cts && rts == 0 && in && out)
+        } else if (!cts && rts == 0 && in && out) {
             flow = 2;
-        else if (!cts && rts == 0 && !in && !out)
+        } else if (!cts && rts == 0 && !in && !out) {
             flow = 0;
+        }
         QTest::addRow("cts %d rts %d in %d out %d", cts, rts, in, out)
             << cts << rts << in << out << flow;
     }

@@ -97,10 +97,12 @@ void tst_SerialLineState::baudRateNeedsBothDirections()
     for (const AbstractSerial::BaudRateDirection direction :
          {AbstractSerial::BaudRateDirection(),
           AbstractSerial::BaudRateDirection(AbstractSerial::InputBaud),
-          AbstractSerial::BaudRateDirection(AbstractSerial::OutputBaud)})
+          AbstractSerial::BaudRateDirection(AbstractSerial::OutputBaud)}) {
         QVERIFY(!line.setBaudRate(9600, direction));
-    for (const int rate : {0, -1, -9600})
+    }
+    for (const int rate : {0, -1, -9600}) {
         QVERIFY(!line.setBaudRate(rate, AbstractSerial::AllBaud));
+    }
     QVERIFY(line.sent.isEmpty());
     QCOMPARE(line.inputBaudRate, 12);
 }
@@ -164,10 +166,12 @@ void tst_SerialLineState::oneAndAHalfStopBitsWithEightDataBitsIsATrap()
     QVERIFY(line.setStopBits(AbstractSerial::StopBits1_5));
     QCOMPARE(line.stopBits, 1);
     QCOMPARE(line.sent.last().byteSize, 8);
-    for (int value = 0; value <= 2; ++value)
+    for (int value = 0; value <= 2; ++value) {
         QVERIFY(!line.setStopBits(AbstractSerial::StopBits(value)));
-    for (int value = 1; value <= 3; ++value)
+    }
+    for (int value = 1; value <= 3; ++value) {
         QVERIFY(!line.setDataBits(AbstractSerial::DataBits(value)));
+    }
     QVERIFY(line.setDataBits(AbstractSerial::DataBits5));
     QVERIFY(line.setStopBits(AbstractSerial::StopBits1));
 }

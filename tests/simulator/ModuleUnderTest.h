@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/Module.h"
+#include "simulator/protocol/Module.h"
 
 /// A module whose time passes only when the test says so, spoken to as a host would.
 class ModuleUnderTest

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/Module.h"
-#include "simulator/ServingThread.h"
 #include "simulator/can/CanBus.h"
 #include "simulator/can/CanBusServer.h"
+#include "simulator/protocol/Module.h"
+#include "simulator/serving/ServingThread.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulator/Module.h"
-#include "simulator/PtyLine.h"
-#include "simulator/ServingThread.h"
+#include "simulator/protocol/Module.h"
+#include "simulator/serial/PtyLine.h"
+#include "simulator/serving/ServingThread.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/Testbed.h"
+#include "simulator/plugged/Testbed.h"
 
 #include <QByteArray>
 #include <QString>

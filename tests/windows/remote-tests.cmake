@@ -15,7 +15,6 @@ foreach(subject Engine EngineTransfer Notifier)
     zdr_add_test(tst_NativeSerial${subject}
         SOURCES serial/tst_NativeSerial${subject}.cpp
         LIBRARIES zdr_windows_serial zdr_remote_objects)
-    target_include_directories(tst_NativeSerial${subject} PRIVATE "${tests}/serial")
 endforeach()
 foreach(subject "" Calls)
     zdr_add_test(tst_SerialDeviceEnumerator${subject}
@@ -82,7 +81,10 @@ zdr_add_can_test(tst_CanLibraryIncomplete incomplete)
 zdr_add_test(tst_CanLibraryMissing
     SOURCES comm/tst_CanLibraryMissing.cpp
     LIBRARIES zdr::comm)
-set_property(TEST tst_CanLibraryMissing APPEND PROPERTY
+add_test(NAME tst_CanLibraryBroken
+    COMMAND "${ZDR_TEST_EMULATOR}" $<TARGET_FILE:tst_CanLibraryMissing>)
+set_tests_properties(tst_CanLibraryBroken PROPERTIES
+    TIMEOUT 300
     ENVIRONMENT "ZDR_WINE_PATH=${CMAKE_CURRENT_BINARY_DIR}/canlib/broken")
 
 # --- The whole program, as it is installed, driven by the same plug-in as on Linux.
@@ -107,6 +109,6 @@ add_custom_command(TARGET zdr_driver POST_BUILD
 if(PROJECT_IS_TOP_LEVEL)
     add_test(NAME tst_Program
         COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/app/drive-program"
-            "${PROJECT_BINARY_DIR}" "${CMAKE_CURRENT_BINARY_DIR}/driver")
+            "${PROJECT_BINARY_DIR}" "${CMAKE_CURRENT_BINARY_DIR}/driver" "${QT6_INSTALL_PREFIX}")
     set_tests_properties(tst_Program PROPERTIES TIMEOUT 300)
 endif()

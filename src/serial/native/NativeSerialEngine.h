@@ -27,6 +27,7 @@ public:
     explicit NativeSerialEngine(QObject *parent = nullptr);
     ~NativeSerialEngine() override;
 
+    /// On Linux it drops what the port received before.
     bool open(QIODevice::OpenMode mode) override;
     /// On Linux it waits up to 5000 ms for the output to leave; what didn't is dropped.
     bool close() override;
@@ -60,7 +61,8 @@ public:
     /// Reads in transfers of at most 256 bytes. One that finds less than asked waits for the rest
     /// for totalReadConstantTimeout(), if that isn't 0, and never longer than 5000 ms. On Linux
     /// what came by then ends the read as a short transfer. On Windows the transfer is given up
-    /// then, but not cancelled: what comes for it later is swallowed by it.
+    /// then, but not cancelled: what comes for it later goes to the read under way by then, as much
+    /// as that one asked for, and is lost if there is none.
     qint64 read(char *data, qint64 maxSize) override;
     /// Writes in transfers of at most 512 bytes, each within 5000 ms. Nothing at all answers -1.
     qint64 write(const char *data, qint64 size) override;

@@ -47,8 +47,9 @@ protected:
     void mousePressEvent(QMouseEvent *) override { setText(u"pressed"_s); }
     void mouseReleaseEvent(QMouseEvent *) override
     {
-        if (text() == u"pressed"_s)
+        if (text() == u"pressed"_s) {
             setText(u"released"_s);
+        }
     }
     void mouseDoubleClickEvent(QMouseEvent *) override { setText(u"twice"_s); }
 };
@@ -67,8 +68,9 @@ SampleWindow::SampleWindow()
     m_tabs->addTab(createValuePage(), u"Values"_s);
     m_tabs->addTab(createListPage(), u"Lists"_s);
     m_tabs->addTab(createObstaclePage(), u"Obstacles"_s);
-    for (int i = 1; i <= 12; ++i)
+    for (int i = 1; i <= 12; ++i) {
         m_tabs->addTab(named(u"page%1"_s.arg(i), new QWidget), u"Far page %1"_s.arg(i));
+    }
     m_tabs->addTab(new QWidget, u"Closed"_s);
     m_tabs->setTabEnabled(m_tabs->count() - 1, false);
 
@@ -183,8 +185,9 @@ QWidget *SampleWindow::createListPage()
     auto *page = named(u"listPage"_s, new QWidget);
     auto *layout = new QVBoxLayout(page);
     auto *combo = named(u"cmbSpeed"_s, new QComboBox);
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 60; ++i) {
         combo->addItem(u"%1 Bd"_s.arg(i * 100));
+    }
     qobject_cast<QStandardItemModel *>(combo->model())->item(7)->setEnabled(false);
     // How often the choice has changed: once for each pick, whatever lies between.
     auto *changes = createLabel(u"lblChanges"_s);
@@ -206,8 +209,9 @@ QWidget *SampleWindow::createListPage()
     layout->addWidget(editable);
 
     auto *list = named(u"list"_s, new QListWidget);
-    for (int i = 0; i < 50; ++i)
+    for (int i = 0; i < 50; ++i) {
         list->addItem(u"row %1"_s.arg(i));
+    }
     connect(list, &QListWidget::itemClicked, this,
             [this](const QListWidgetItem *item) { m_lblEvent->setText(item->text()); });
     layout->addWidget(list);

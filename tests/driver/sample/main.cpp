@@ -16,9 +16,10 @@ int main(int argc, char *argv[])
     }
     QApplication application(argc, argv);
     SampleWindow window;
-    if (std::strcmp(option, "--no-window") == 0)
+    if (std::strcmp(option, "--no-window") == 0) {
         QTimer::singleShot(200, &application, &QCoreApplication::quit);
-    else
+    } else {
         window.show();
+    }
     return application.exec();
 }

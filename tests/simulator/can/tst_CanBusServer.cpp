@@ -1,5 +1,5 @@
-#include "simulator/ServingThread.h"
 #include "simulator/can/CanBusServer.h"
+#include "simulator/serving/ServingThread.h"
 #include "support/TestCase.h"
 
 #include <QFile>

@@ -100,6 +100,7 @@ void tst_ProgramFile::tellsItsVersion()
 void tst_ProgramFile::tellsItsName_data()
 {
     QTest::addColumn<QString>("value");
+    QTest::newRow("CompanyName") << u"ZDRM Tool developers"_s;
     QTest::newRow("FileDescription") << u"ZDRM-7710/7711 set-up tool"_s;
     QTest::newRow("ProductName") << u"ZDRM-7710/7711 set-up tool"_s;
     QTest::newRow("OriginalFilename") << u"zdrm7710.exe"_s;
@@ -136,6 +137,10 @@ void tst_ProgramFile::manifest()
         }
     }
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    const int identity = said.values(u"assemblyIdentity.name"_s).indexOf(u"zdrm7710"_s);
+    QVERIFY(identity >= 0);
+    QCOMPARE(said.values(u"assemblyIdentity.version"_s).value(identity),
+             QStringLiteral(ZDR_PROGRAM_VERSION) + u".0.0"_s);
     QCOMPARE(said.value(u"requestedExecutionLevel.level"_s), u"asInvoker"_s);
     QCOMPARE(said.value(u"dpiAwareness"_s), u"PerMonitorV2"_s);
     QVERIFY(said.contains(u"assemblyIdentity.name"_s, u"Microsoft.Windows.Common-Controls"_s));

@@ -1,4 +1,4 @@
-// The handler on a machine without the CAN maker's library.
+// The handler on a machine without the CAN maker's library, or with a broken file in its place.
 
 #include "comm/CANKvaserCommandHandler.h"
 #include "comm/can/CanLibrary.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/FileDescriptor.h"
+#include "simulator/serving/FileDescriptor.h"
 
 #include <QByteArray>
 

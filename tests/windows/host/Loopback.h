@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/FileDescriptor.h"
+#include "simulator/serving/FileDescriptor.h"
 
 /// Stream sockets between the programs of one machine.
 namespace Loopback {

@@ -87,7 +87,7 @@ struct DriverFunctions
         if (!driver->enter("ReadFile", QString::number(size))) {
             return FALSE;
         }
-        return driver->start(driver->m_transfer, record, [data, size] {
+        return driver->start(driver->m_transfers, record, [data, size] {
             const auto count = std::min<qsizetype>(size, driver->received.size());
             std::memcpy(data, driver->received.constData(), static_cast<std::size_t>(count));
             driver->received.remove(0, count);
@@ -99,7 +99,7 @@ struct DriverFunctions
         if (!driver->enter("WriteFile", QString::number(size))) {
             return FALSE;
         }
-        return driver->start(driver->m_transfer, record, [data, size] {
+        return driver->start(driver->m_transfers, record, [data, size] {
             const auto count = std::min<qsizetype>(size, driver->room);
             driver->sent.append(static_cast<const char *>(data), count);
             driver->room -= count;
@@ -121,9 +121,13 @@ struct DriverFunctions
         if (driver->ending == FakeDriver::Ending::TooLate) {
             return WAIT_TIMEOUT;
         }
-        for (FakeDriver::Operation *operation : {&driver->m_transfer, &driver->m_wait}) {
-            if (operation->record && operation->record->hEvent == event) {
-                FakeDriver::end(*operation, Success);
+        // The first of those that this event belongs to, which may be one that was given up before.
+        for (QList<FakeDriver::Operation> *operations : {&driver->m_transfers, &driver->m_waits}) {
+            const auto first = std::find_if(
+                operations->cbegin(), operations->cend(),
+                [event](const auto &operation) { return operation.record->hEvent == event; });
+            if (first != operations->cend()) {
+                FakeDriver::end(operations->takeAt(first - operations->cbegin()), Success);
             }
         }
         return WAIT_OBJECT_0;
@@ -154,7 +158,8 @@ struct DriverFunctions
             SetLastError(ERROR_INVALID_PARAMETER);
             return FALSE;
         }
-        return driver->start(driver->m_wait, record, [events]() -> DWORD {
+        driver->m_waits.clear();
+        return driver->start(driver->m_waits, record, [events]() -> DWORD {
             *events = std::exchange(driver->events, 0);
             return sizeof *events;
         });
@@ -181,7 +186,7 @@ struct DriverFunctions
         if (!driver->enter("DeviceIoControl", u"%1 %2"_s.arg(code).arg(size))) {
             return FALSE;
         }
-        return driver->start(driver->m_transfer, record, [lines, size] {
+        return driver->start(driver->m_transfers, record, [lines, size] {
             std::memcpy(lines, &driver->outputLines, size);
             return size;
         });
@@ -241,42 +246,49 @@ void FakeDriver::endWait(DWORD found)
 {
     if (isWaitPending()) {
         const DWORD others = std::exchange(events, found);
-        end(m_wait, Success);
+        end(m_waits.takeFirst(), Success);
         events = others;
     }
 }
 
 bool FakeDriver::isPending(const OVERLAPPED *record)
 {
-    return record && record->Internal == STATUS_PENDING;
+    return record->Internal == STATUS_PENDING;
 }
 
 /// Notes a call. False if the function is to fail, with its error set.
 bool FakeDriver::enter(const char *function, const QString &arguments)
 {
     m_calls << QLatin1StringView(function) + (arguments.isEmpty() ? arguments : u' ' + arguments);
-    if (!failing.contains(function)) {
+    if (!fails(function)) {
         return true;
     }
     SetLastError(ERROR_GEN_FAILURE);
     return false;
 }
 
-BOOL FakeDriver::start(Operation &operation, OVERLAPPED *record, std::function<DWORD()> finish)
+bool FakeDriver::fails(const QByteArray &function)
 {
-    operation = {record, std::move(finish)};
+    const auto call = m_failingCalls.find(function);
+    const bool isTheOne = call != m_failingCalls.end() && --*call == 0;
+    return isTheOne || failing.contains(function);
+}
+
+BOOL FakeDriver::start(QList<Operation> &operations, OVERLAPPED *record,
+                       std::function<DWORD()> finish)
+{
+    operations << Operation{record, std::move(finish)};
     record->Internal = STATUS_PENDING;
     if (ending == Ending::AtOnce) {
-        end(operation, Success);
+        end(operations.takeLast(), Success);
         return TRUE;
     }
     SetLastError(ERROR_IO_PENDING);
     return FALSE;
 }
 
-void FakeDriver::end(Operation &operation, ULONG_PTR status)
+void FakeDriver::end(const Operation &ended, ULONG_PTR status)
 {
-    const Operation ended = std::exchange(operation, {});
     if (!isPending(ended.record)) {
         return;
     }
@@ -287,6 +299,9 @@ void FakeDriver::end(Operation &operation, ULONG_PTR status)
 
 void FakeDriver::endAll()
 {
-    end(m_transfer, Cancelled);
-    end(m_wait, Cancelled);
+    for (QList<Operation> *operations : {&m_transfers, &m_waits}) {
+        while (!operations->isEmpty()) {
+            end(operations->takeFirst(), Cancelled);
+        }
+    }
 }

@@ -3,6 +3,8 @@
 #include "support/ImportedFunction.h"
 
 #include <QByteArray>
+#include <QHash>
+#include <QList>
 #include <QSet>
 #include <QStringList>
 #include <qt_windows.h>
@@ -32,9 +34,12 @@ public:
 
     /// The calls since the last time.
     QStringList takeCalls();
+    /// Has @p function fail once, at the call with the number @p call, counted from 1 and from now
+    /// on.
+    void failAt(const QByteArray &function, int call) { m_failingCalls.insert(function, call); }
     /// Ends the wait for the port's events that is under way, with @p events.
     void endWait(DWORD events);
-    bool isWaitPending() const { return isPending(m_wait.record); }
+    bool isWaitPending() const { return !m_waits.isEmpty() && isPending(m_waits.first().record); }
 
     DCB line{};
     COMMTIMEOUTS timeouts{};
@@ -61,13 +66,15 @@ private:
 
     static bool isPending(const OVERLAPPED *record);
     bool enter(const char *function, const QString &arguments = {});
-    BOOL start(Operation &operation, OVERLAPPED *record, std::function<DWORD()> finish);
-    static void end(Operation &operation, ULONG_PTR status);
+    bool fails(const QByteArray &function);
+    BOOL start(QList<Operation> &operations, OVERLAPPED *record, std::function<DWORD()> finish);
+    static void end(const Operation &ended, ULONG_PTR status);
     void endAll();
 
     QStringList m_calls;
-    Operation m_transfer;
-    Operation m_wait;
+    QHash<QByteArray, int> m_failingCalls;
+    QList<Operation> m_transfers; ///< begun and not ended, given-up ones among them
+    QList<Operation> m_waits; ///< one at the most
     std::vector<std::unique_ptr<ImportedFunction>> m_functions;
     BOOL(WINAPI *m_closeHandle)(HANDLE) = nullptr; ///< Windows' own
 };

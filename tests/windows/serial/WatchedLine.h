@@ -1,8 +1,8 @@
 #pragma once
 
-#include "RecordingReceiver.h"
 #include "serial/AbstractSerialEngine.h"
 #include "serial/ComPort.h"
+#include "serial/native/RecordingReceiver.h"
 
 #include <QPointer>
 #include <qt_windows.h>

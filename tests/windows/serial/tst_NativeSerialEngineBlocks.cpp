@@ -16,14 +16,19 @@ private slots:
     void readsInBlocks();
     void readEndsWithAShortBlock();
     void readThatTakesTooLong();
+    void givenUpReadEndsInTheNext_data();
+    void givenUpReadEndsInTheNext();
     void readFails_data();
     void readFails();
+    void readFailsAtALaterBlock_data();
+    void readFailsAtALaterBlock();
     void writesInBlocks_data();
     void writesInBlocks();
     void writeEndsWithAShortBlock();
     void writeThatTakesTooLong();
     void writeFails_data();
     void writeFails();
+    void writeFailsAtALaterBlock();
 
     void waitWidensTheMask_data();
     void waitWidensTheMask();
@@ -123,6 +128,34 @@ void tst_NativeSerialEngineBlocks::readThatTakesTooLong()
              (QStringList{u"ReadFile 1"_s, u"WaitForSingleObject 5000"_s}));
 }
 
+void tst_NativeSerialEngineBlocks::givenUpReadEndsInTheNext_data()
+{
+    QTest::addColumn<int>("asked");
+    QTest::addColumn<int>("came");
+    QTest::newRow("less than was given up") << 3 << 3;
+    QTest::newRow("as much") << 100 << 100;
+    QTest::newRow("more") << 256 << 100;
+}
+
+// What comes for the read that was given up goes to the one under way by then: never more than that
+// one asked for, and never into the memory of the first, which may be gone.
+void tst_NativeSerialEngineBlocks::givenUpReadEndsInTheNext()
+{
+    QFETCH(int, asked);
+    QFETCH(int, came);
+    FakedLine line;
+    line.driver.ending = Ending::TooLate;
+    QByteArray first(100, 'x');
+    QCOMPARE(line.engine->read(first.data(), first.size()), qint64(0));
+    line.driver.received = pattern(300);
+    line.driver.ending = Ending::Later;
+    QByteArray got(256, 'y');
+    QCOMPARE(line.engine->read(got.data(), asked), qint64(came));
+    QCOMPARE(got, pattern(came) + QByteArray(256 - came, 'y'));
+    QCOMPARE(first, QByteArray(100, 'x'));
+    QCOMPARE(line.driver.received, pattern(300).sliced(100)); // the first asked for 100
+}
+
 void tst_NativeSerialEngineBlocks::readFails_data()
 {
     QTest::addColumn<QByteArray>("function");
@@ -143,6 +176,30 @@ void tst_NativeSerialEngineBlocks::readFails()
         QCOMPARE(line.driver.takeCalls().contains(u"WaitForSingleObject 5000"_s),
                  ending == Ending::Later && function != "ReadFile");
     }
+}
+
+void tst_NativeSerialEngineBlocks::readFailsAtALaterBlock_data()
+{
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<int>("block");
+    QTest::addColumn<int>("came");
+    QTest::newRow("second, at the start") << "ReadFile"_ba << 2 << 256;
+    QTest::newRow("second, at the end") << "GetOverlappedResult"_ba << 2 << 256;
+    QTest::newRow("third, at the start") << "ReadFile"_ba << 3 << 512;
+    QTest::newRow("third, at the end") << "GetOverlappedResult"_ba << 3 << 512;
+}
+
+void tst_NativeSerialEngineBlocks::readFailsAtALaterBlock()
+{
+    QFETCH(QByteArray, function);
+    QFETCH(int, block);
+    QFETCH(int, came);
+    FakedLine line;
+    line.driver.received = pattern(2000);
+    line.driver.failAt(function, block);
+    QByteArray got(1000, 'x');
+    QCOMPARE(line.engine->read(got.data(), got.size()), qint64(came));
+    QCOMPARE(got, pattern(came) + QByteArray(1000 - came, 'x'));
 }
 
 void tst_NativeSerialEngineBlocks::writesInBlocks_data()
@@ -196,6 +253,17 @@ void tst_NativeSerialEngineBlocks::writeFails()
     FakedLine line;
     line.driver.failing = {function};
     QCOMPARE(line.engine->write("abc", 3), qint64(-1));
+}
+
+// Whatever went out before, a write is done whole or has failed.
+void tst_NativeSerialEngineBlocks::writeFailsAtALaterBlock()
+{
+    FakedLine line;
+    line.driver.failAt("WriteFile"_ba, 3);
+    const QByteArray bytes = pattern(2000);
+    QCOMPARE(line.engine->write(bytes.constData(), bytes.size()), qint64(-1));
+    QCOMPARE(line.driver.sent, bytes.first(1024));
+    QCOMPARE(line.driver.takeCalls().constLast(), u"WriteFile 512"_s); // nothing follows
 }
 
 void tst_NativeSerialEngineBlocks::waitWidensTheMask_data()

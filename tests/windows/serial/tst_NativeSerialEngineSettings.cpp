@@ -17,17 +17,22 @@ private slots:
     void openingForOneDirection();
     void openingFails_data();
     void openingFails();
+    void openingWithoutOneEvent_data();
+    void openingWithoutOneEvent();
+    void openingFailsAfterAGoodOne_data();
+    void openingFailsAfterAGoodOne();
     void settingsFoundAreReadBack_data();
     void settingsFoundAreReadBack();
     void closing();
     void closingWhereAnEventStays();
+    void endOfTheEngineCloses();
 
     void eachDataBitsReachTheDriver_data();
     void eachDataBitsReachTheDriver();
     void eachParityReachesTheDriver();
     void stopBitsGuard_data();
     void stopBitsGuard();
-    void oneAndAHalfStopBitsAreNeverLeft();
+    void oneAndAHalfStopBitsAreLeftByFiveDataBitsOnly();
     void eachFlowReachesTheDriver_data();
     void eachFlowReachesTheDriver();
     void refusedValueIsSentAgain();
@@ -132,6 +137,75 @@ void tst_NativeSerialEngineSettings::openingFails()
     QVERIFY(engine->open(QIODevice::ReadWrite));
 }
 
+void tst_NativeSerialEngineSettings::openingWithoutOneEvent_data()
+{
+    QTest::addColumn<int>("missing"); // in the order in which they are made
+    QTest::newRow("to read") << 1;
+    QTest::newRow("to write") << 2;
+    QTest::newRow("to wait") << 3;
+}
+
+void tst_NativeSerialEngineSettings::openingWithoutOneEvent()
+{
+    QFETCH(int, missing);
+    FakeDriver driver;
+    driver.timeouts = {1, 2, 3, 4, 5};
+    driver.failAt("CreateEventW"_ba, missing);
+    QObject parent;
+    AbstractSerialEngine *engine = AbstractSerialEngine::createEngine(&parent);
+    engine->setDeviceName(u"COM7"_s);
+    QVERIFY(!engine->open(QIODevice::ReadWrite));
+    QCOMPARE(engine->descriptor(), qintptr(-1));
+    const QStringList calls = driver.takeCalls();
+    QCOMPARE(calls.count(NewEvent), missing);
+    QVERIFY(calls.contains(u"SetCommTimeouts 1 2 3 4 5"_s));
+    QCOMPARE(calls.count(u"CloseHandle port"_s), 1);
+    QCOMPARE(calls.count(u"CloseHandle event"_s), missing - 1); // those that there were
+}
+
+void tst_NativeSerialEngineSettings::openingFailsAfterAGoodOne_data()
+{
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<QStringList>("timeoutsSet");
+    const auto defaults = u"SetCommTimeouts 65535 0 0 0 0"_s;
+    const auto found = u"SetCommTimeouts 6 7 8 9 10"_s;
+    QTest::newRow("port") << "CreateFileW"_ba << QStringList();
+    // What was found at the good opening belongs to another port by now.
+    QTest::newRow("settings that can't be read") << "GetCommState"_ba << QStringList();
+    QTest::newRow("timeouts that can't be read") << "GetCommTimeouts"_ba << QStringList();
+    QTest::newRow("settings that are refused") << "SetCommState"_ba << QStringList{found};
+    QTest::newRow("timeouts that are refused")
+        << "SetCommTimeouts"_ba << QStringList{defaults, found};
+    QTest::newRow("no event") << "CreateEventW"_ba << QStringList{defaults, found};
+}
+
+void tst_NativeSerialEngineSettings::openingFailsAfterAGoodOne()
+{
+    QFETCH(QByteArray, function);
+    FakeDriver driver;
+    driver.timeouts = {1, 2, 3, 4, 5};
+    QObject parent;
+    AbstractSerialEngine *engine = AbstractSerialEngine::createEngine(&parent);
+    QVERIFY(engine->open(QIODevice::ReadWrite));
+    engine->setTotalReadConstantTimeout(-1);
+    QCOMPARE(engine->totalReadConstantTimeout(), 266);
+    QVERIFY(engine->close());
+
+    driver.timeouts = {6, 7, 8, 9, 10};
+    driver.takeCalls();
+    driver.failing = {function};
+    QVERIFY(!engine->open(QIODevice::ReadWrite));
+    QCOMPARE(engine->descriptor(), qintptr(-1));
+    const QStringList timeouts = driver.takeCalls().filter(u"SetCommTimeouts"_s);
+    QTEST(timeouts, "timeoutsSet");
+    // Once the defaults were asked for, nothing of the good opening is left.
+    if (timeouts.size() > 1) {
+        QCOMPARE(engine->totalReadConstantTimeout(), 0);
+        engine->setCharIntervalTimeout(100);
+        QCOMPARE(engine->totalReadConstantTimeout(), 0); // it isn't computed any more
+    }
+}
+
 void tst_NativeSerialEngineSettings::settingsFoundAreReadBack_data()
 {
     QTest::addColumn<DCB>("line");
@@ -206,6 +280,20 @@ void tst_NativeSerialEngineSettings::closingWhereAnEventStays()
     QVERIFY(line.engine->close());
 }
 
+// With the event of the notifier, which is a child of the engine.
+void tst_NativeSerialEngineSettings::endOfTheEngineCloses()
+{
+    FakedLine line;
+    line.driver.ending = FakeDriver::Ending::Later;
+    line.engine->setReadNotificationEnabled(true, false);
+    line.driver.takeCalls();
+    delete line.engine;
+    const auto event = u"CloseHandle event"_s;
+    QCOMPARE(line.driver.takeCalls(),
+             (QStringList{u"SetCommMask 0"_s, u"GetCommState"_s, u"SetCommTimeouts 0 0 0 0 0"_s,
+                          u"CancelIo"_s, u"CloseHandle port"_s, event, event, event, event}));
+}
+
 void tst_NativeSerialEngineSettings::eachDataBitsReachTheDriver_data()
 {
     QTest::addColumn<int>("stopBits");
@@ -274,9 +362,10 @@ void tst_NativeSerialEngineSettings::stopBitsGuard()
     }
 }
 
-// Asked for with 8 data bits they pass, since the stop bits are 1 by then. By design the guard
-// looks at nothing else, so this state can't be left by these calls.
-void tst_NativeSerialEngineSettings::oneAndAHalfStopBitsAreNeverLeft()
+// Asked for with 8 data bits they pass, since the stop bits are 1 by then. By design the guards
+// look at the state before the call alone: with 6 to 8 data bits no other stop bits are taken any
+// more, and of the data bits only 5. With those any stop bits are.
+void tst_NativeSerialEngineSettings::oneAndAHalfStopBitsAreLeftByFiveDataBitsOnly()
 {
     FakedLine line;
     QVERIFY(line.engine->setStopBits(AbstractSerial::StopBits1_5));
@@ -284,8 +373,13 @@ void tst_NativeSerialEngineSettings::oneAndAHalfStopBitsAreNeverLeft()
     for (const int value : {0, 1, 2}) {
         QVERIFY(!line.engine->setStopBits(AbstractSerial::StopBits(value)));
     }
-    QVERIFY(!line.engine->setDataBits(AbstractSerial::DataBits8));
+    for (const int value : {1, 2, 3}) {
+        QVERIFY(!line.engine->setDataBits(AbstractSerial::DataBits(value)));
+    }
     QCOMPARE(line.engine->stopBits(), AbstractSerial::StopBits1_5);
+    QVERIFY(line.engine->setDataBits(AbstractSerial::DataBits5));
+    QVERIFY(line.engine->setStopBits(AbstractSerial::StopBits1));
+    QVERIFY(line.engine->setDataBits(AbstractSerial::DataBits8));
 }
 
 void tst_NativeSerialEngineSettings::eachFlowReachesTheDriver_data()

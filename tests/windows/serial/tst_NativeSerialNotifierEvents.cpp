@@ -1,8 +1,13 @@
 #include "serial/FakedLine.h"
 #include "support/TestCase.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTest>
+#include <QTimer>
 #include <QWinEventNotifier>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -24,9 +29,17 @@ private slots:
     void failuresOfTheDriverAreNotLookedAt_data();
     void failuresOfTheDriverAreNotLookedAt();
     void withoutAnEventNothingIsEnabled();
+    void withoutAPortNothingIsWaitedFor();
+    void eventAnswersWhetherAnyoneWasCalled_data();
+    void eventAnswersWhetherAnyoneWasCalled();
+    void eventOfAnotherType_data();
+    void eventOfAnotherType();
+    void endOfTheNotifierClosesItsEvent();
     void waitOfTheEngineEndsTheWait();
     void waitOfTheEngineBesideTheNotifiersFails();
     void eventOfANewWaitIsNotLost();
+    void eventIsToldThoughItsSignalWasTakenBack_data();
+    void eventIsToldThoughItsSignalWasTakenBack();
 };
 
 namespace {
@@ -201,6 +214,77 @@ void tst_NativeSerialNotifierEvents::withoutAnEventNothingIsEnabled()
     QVERIFY(!line.driver.takeCalls().contains(u"WaitCommEvent"_s));
 }
 
+// Not even tried again and again: opening makes another notifier.
+void tst_NativeSerialNotifierEvents::withoutAPortNothingIsWaitedFor()
+{
+    FakedLine line;
+    QVERIFY(line.engine->close());
+    line.driver.takeCalls();
+    line.engine->setReadNotificationEnabled(true, false);
+    QVERIFY(line.engine->isReadNotificationEnabled());
+    QVERIFY(!line.driver.takeCalls().contains(u"WaitCommEvent"_s));
+    const auto timers = line.engine->findChildren<QTimer *>();
+    QCOMPARE(timers.size(), 1);
+    QVERIFY(!timers.constFirst()->isActive());
+    line.driver.ending = FakeDriver::Ending::Later;
+    QVERIFY(line.engine->open(QIODevice::ReadWrite));
+    QVERIFY(!line.engine->isReadNotificationEnabled());
+    line.engine->setReadNotificationEnabled(true, false);
+    QVERIFY(line.driver.isWaitPending());
+}
+
+void tst_NativeSerialNotifierEvents::eventAnswersWhetherAnyoneWasCalled_data()
+{
+    QTest::addColumn<DWORD>("event");
+    QTest::addColumn<bool>("answer");
+    QTest::newRow("character") << DWORD(EV_RXCHAR) << true;
+    QTest::newRow("line") << DWORD(EV_RING) << true;
+    QTest::newRow("nobody wants it") << DWORD(EV_TXEMPTY) << false;
+    QTest::newRow("none") << DWORD(0) << false;
+}
+
+void tst_NativeSerialNotifierEvents::eventAnswersWhetherAnyoneWasCalled()
+{
+    QFETCH(DWORD, event);
+    Watched line(EV_RXCHAR | EV_CTS);
+    line.driver.endWait(event);
+    QEvent signal(QEvent::WinEventAct);
+    const bool answer =
+        QCoreApplication::sendEvent(line.engine->findChild<QWinEventNotifier *>(), &signal);
+    QTEST(answer, "answer");
+    QVERIFY(line.driver.isWaitPending());
+}
+
+void tst_NativeSerialNotifierEvents::eventOfAnotherType_data()
+{
+    QTest::addColumn<std::shared_ptr<QEvent>>("event");
+    QTest::addColumn<bool>("answer"); // the toolkit's
+    QTest::newRow("timer") << std::shared_ptr<QEvent>(std::make_shared<QTimerEvent>(7710)) << true;
+    QTest::newRow("of other objects") << std::make_shared<QEvent>(QEvent::LanguageChange) << false;
+}
+
+void tst_NativeSerialNotifierEvents::eventOfAnotherType()
+{
+    QFETCH(std::shared_ptr<QEvent>, event);
+    Watched line(EV_RXCHAR);
+    line.driver.endWait(EV_RXCHAR);
+    auto *const notifier = line.engine->findChild<QWinEventNotifier *>();
+    QTEST(QCoreApplication::sendEvent(notifier, event.get()), "answer");
+    QCOMPARE(line.receiver.reads, 0);
+    QVERIFY(line.driver.isWaitPending()); // the last act is a new wait in any case
+    QTRY_COMPARE(line.receiver.reads, 1);
+}
+
+void tst_NativeSerialNotifierEvents::endOfTheNotifierClosesItsEvent()
+{
+    Watched line(EV_RXCHAR);
+    line.driver.takeCalls();
+    line.engine->setReadNotificationEnabled(true, true); // the engine drops it
+    QVERIFY(!line.driver.takeCalls().contains(u"CloseHandle event"_s));
+    delete line.engine->findChild<QWinEventNotifier *>();
+    QCOMPARE(line.driver.takeCalls(), QStringList(u"CloseHandle event"_s));
+}
+
 // The engine widens the mask, which ends the notifier's wait; the driver takes one at a time.
 void tst_NativeSerialNotifierEvents::waitOfTheEngineEndsTheWait()
 {
@@ -243,6 +327,24 @@ void tst_NativeSerialNotifierEvents::eventOfANewWaitIsNotLost()
     QVERIFY(line.driver.isWaitPending());
     line.driver.endWait(EV_ERR);
     QTRY_COMPARE(line.told(), (QList<int>{1, 0, 1, 0}));
+}
+
+void tst_NativeSerialNotifierEvents::eventIsToldThoughItsSignalWasTakenBack_data()
+{
+    QTest::addColumn<bool>("enable");
+    QTest::newRow("another kind is turned on") << true;
+    QTest::newRow("another kind is turned off") << false;
+}
+
+// The new wait begins with its event not signalled, whoever had seen the signal or not.
+void tst_NativeSerialNotifierEvents::eventIsToldThoughItsSignalWasTakenBack()
+{
+    QFETCH(bool, enable);
+    Watched line(enable ? DWORD{EV_RXCHAR} : DWORD{EV_RXCHAR | EV_ERR});
+    line.driver.endWait(EV_RXCHAR);
+    line.engine->setExceptionNotificationEnabled(enable, false);
+    QVERIFY(line.driver.isWaitPending()); // and this one never ends
+    QTRY_COMPARE(line.told(), (QList<int>{1, 0, 0, 0}));
 }
 
 QTEST_GUILESS_MAIN(tst_NativeSerialNotifierEvents)

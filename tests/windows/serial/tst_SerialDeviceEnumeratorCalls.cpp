@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include <setupapi.h>
@@ -28,7 +29,10 @@ private slots:
     void withoutTheKeyNothingIsWatchedForGood();
     void classThatCannotBeListedEndsTheScan_data();
     void classThatCannotBeListedEndsTheScan();
+    void classThatCannotBeListedLooksLikePulledOut();
     void keyThatCannotBeOpenedSkipsTheDevice();
+    void portNameAmongOtherValues_data();
+    void portNameAmongOtherValues();
     void propertiesAreReadInOrder();
     void propertiesThatCannotBeReadAreEmpty();
     void busyIsATestOpening_data();
@@ -77,6 +81,14 @@ LSTATUS WINAPI noKey(HKEY, const wchar_t *name, DWORD, REGSAM access, HKEY *)
 HKEY WINAPI noDeviceKey(HDEVINFO, SP_DEVINFO_DATA *, DWORD, DWORD, DWORD, REGSAM)
 {
     return static_cast<HKEY>(INVALID_HANDLE_VALUE);
+}
+
+int destroyedLists = 0;
+
+BOOL WINAPI destroyedList(HDEVINFO)
+{
+    ++destroyedLists;
+    return TRUE;
 }
 
 std::function<HDEVINFO(const GUID *, DWORD)> listClass;
@@ -189,6 +201,8 @@ void tst_SerialDeviceEnumeratorCalls::classThatCannotBeListedEndsTheScan()
         devices.push_back(std::make_unique<DeviceKey>(u"ROOT\\TEST%1\\0000"_s.arg(i), device));
     }
     const Replaced list("SetupDiGetClassDevsW", &listedClass);
+    const Replaced destroy("SetupDiDestroyDeviceInfoList", &destroyedList);
+    destroyedLists = 0;
     QList<DWORD> flagsOfCalls;
     listClass = [&](const GUID *deviceClass, DWORD flags) -> HDEVINFO {
         const bool fails = flagsOfCalls.size() == failing;
@@ -198,6 +212,35 @@ void tst_SerialDeviceEnumeratorCalls::classThatCannotBeListedEndsTheScan()
     QTEST(SerialDeviceEnumerator().devicesAvailable(), "listed");
     // What comes after the one that failed is left out.
     QCOMPARE(flagsOfCalls, QList<DWORD>(qMin(failing + 1, 3), DIGCF_PRESENT));
+    QCOMPARE(destroyedLists, failing); // each that there was
+}
+
+// Nothing is reported of it; the next scan that succeeds brings the ports back.
+void tst_SerialDeviceEnumeratorCalls::classThatCannotBeListedLooksLikePulledOut()
+{
+    const DeviceKey device(PortPath, Port);
+    const Device modem{.portName = u"COM42"_s,
+                       .classId = u"{4D36E96D-E325-11CE-BFC1-08002BE10318}"_s};
+    const DeviceKey modemKey(u"ROOT\\TEST\\0000"_s, modem);
+    SerialDeviceEnumerator ports;
+    QSignalSpy changes(&ports, &SerialDeviceEnumerator::hasChanged);
+    const QStringList all{u"COM40"_s, u"COM42"_s};
+    QCOMPARE(ports.devicesAvailable(), all);
+    {
+        const Replaced list("SetupDiGetClassDevsW", &listedClass);
+        int calls = 0;
+        listClass = [&](const GUID *deviceClass, DWORD flags) -> HDEVINFO {
+            return ++calls == 3 ? INVALID_HANDLE_VALUE
+                                : list.original()(deviceClass, nullptr, nullptr, flags);
+        };
+        ports._q_processWatcher();
+    }
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(changes.takeFirst(), QVariantList{QStringList(u"COM40"_s)});
+    QCOMPARE(ports.devicesAvailable(), QStringList(u"COM40"_s));
+    ports._q_processWatcher();
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(changes.takeFirst(), QVariantList{all});
 }
 
 void tst_SerialDeviceEnumeratorCalls::keyThatCannotBeOpenedSkipsTheDevice()
@@ -205,6 +248,43 @@ void tst_SerialDeviceEnumeratorCalls::keyThatCannotBeOpenedSkipsTheDevice()
     const DeviceKey device(PortPath, Port);
     const Replaced keys("SetupDiOpenDevRegKey", &noDeviceKey);
     QVERIFY(!SerialDeviceEnumerator().devicesAvailable().contains(u"COM40"_s));
+}
+
+void tst_SerialDeviceEnumeratorCalls::portNameAmongOtherValues_data()
+{
+    using Value = std::pair<QString, DWORD>;
+    QTest::addColumn<QList<Value>>("values"); // each names a port of its own, from COM50 on
+    QTest::addColumn<QStringList>("listed");
+    const Value real{u"PortName"_s, REG_SZ};
+    // In the order of their names, too, by which some systems walk them.
+    QTest::newRow("others before")
+        << QList<Value>{{u"A"_s, REG_SZ}, real} << QStringList(u"COM51"_s);
+    QTest::newRow("of other types before") << QList<Value>{{u"APortName"_s, REG_BINARY},
+                                                           {u"BPortName"_s, REG_EXPAND_SZ},
+                                                           {u"CPortName"_s, REG_MULTI_SZ},
+                                                           {u"DPortName"_s, REG_DWORD},
+                                                           real}
+                                           << QStringList(u"COM54"_s);
+    QTest::newRow("first of two") << QList<Value>{{u"APortName"_s, REG_SZ}, real}
+                                  << QStringList(u"COM50"_s);
+    QTest::newRow("others alone") << QList<Value>{{u"APortName"_s, REG_BINARY}, {u"B"_s, REG_SZ}}
+                                  << QStringList();
+}
+
+void tst_SerialDeviceEnumeratorCalls::portNameAmongOtherValues()
+{
+    using Value = std::pair<QString, DWORD>;
+    QFETCH(QList<Value>, values);
+    Device device = Port;
+    device.portName.clear();
+    const DeviceKey key(PortPath, device);
+    for (int i = 0; i < values.size(); ++i) {
+        const QString name = u"COM%1"_s.arg(50 + i);
+        key.setParameter(
+            values.at(i).first, values.at(i).second,
+            QByteArray(reinterpret_cast<const char *>(name.utf16()), (name.size() + 1) * 2));
+    }
+    QTEST(SerialDeviceEnumerator().devicesAvailable(), "listed");
 }
 
 void tst_SerialDeviceEnumeratorCalls::propertiesAreReadInOrder()

@@ -1,6 +1,6 @@
 #include "support/RemoteObject.h"
 
-#include "simulator/Module.h"
+#include "simulator/protocol/Module.h"
 
 #include <winsock2.h>
 #include <ws2tcpip.h>

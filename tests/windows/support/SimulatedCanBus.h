@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/Module.h"
 #include "simulator/can/CanCall.h"
+#include "simulator/protocol/Module.h"
 #include "support/RemoteObject.h"
 
 /// A simulated module on a simulated CAN bus, served on the other system while the object lives.

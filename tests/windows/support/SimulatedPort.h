@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/Module.h"
+#include "simulator/protocol/Module.h"
 #include "support/RemoteObject.h"
 
 /// A simulated module on a COM port, served on the other system while the object lives. The same

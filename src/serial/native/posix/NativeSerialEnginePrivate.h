@@ -29,8 +29,8 @@ public:
     /// Closes the port when its output has left, or after 5000 ms without it. Always true.
     bool closePort();
 
-    /// Each moves one block of at most its size (see PortTransfer) and answers how many bytes were
-    /// moved within the time that a block may take.
+    /// Each moves one block of @p size bytes (see PortTransfer) and answers how many were moved
+    /// within the time that a block may take.
     qint64 readBlock(char *data, qint64 size);
     qint64 writeBlock(const char *data, qint64 size);
 

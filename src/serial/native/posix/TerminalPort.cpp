@@ -100,36 +100,33 @@ qint64 TerminalPort::bytesAvailable() const
 
 qint64 TerminalPort::read(char *data, qint64 size, int msecs)
 {
-    const QDeadlineTimer deadline(msecs);
-    qint64 done = 0;
-    while (done < size) {
-        const qint64 count =
-            uninterrupted([&] { return ::read(m_descriptor, data + done, size_t(size - done)); });
-        if (count > 0) {
-            done += count;
-            continue;
-        }
-        const bool mayCome = count == -1 && errno == EAGAIN;
-        if (!mayCome || !(wait(POLLIN, int(deadline.remainingTime())) & POLLIN)) {
-            break;
-        }
-    }
-    return done;
+    return transfer(POLLIN, size, msecs, [&](qint64 done) {
+        return ::read(m_descriptor, data + done, size_t(size - done));
+    });
 }
 
 qint64 TerminalPort::write(const char *data, qint64 size, int msecs)
 {
+    return transfer(POLLOUT, size, msecs, [&](qint64 done) {
+        return ::write(m_descriptor, data + done, size_t(size - done));
+    });
+}
+
+/// Moves @p size bytes by @p step, a call of the kernel that is told how many were moved before.
+/// When the kernel has none, or no room, it waits for @p event.
+template <typename Step>
+qint64 TerminalPort::transfer(short event, qint64 size, int msecs, Step step) const
+{
     const QDeadlineTimer deadline(msecs);
     qint64 done = 0;
     while (done < size) {
-        const qint64 count =
-            uninterrupted([&] { return ::write(m_descriptor, data + done, size_t(size - done)); });
+        const qint64 count = uninterrupted([&] { return step(done); });
         if (count > 0) {
             done += count;
             continue;
         }
-        const bool mayGo = count == -1 && errno == EAGAIN;
-        if (!mayGo || !(wait(POLLOUT, int(deadline.remainingTime())) & POLLOUT)) {
+        const bool mayGoOn = count == -1 && errno == EAGAIN;
+        if (!mayGoOn || !(wait(event, int(deadline.remainingTime())) & event)) {
             break;
         }
     }

@@ -8,7 +8,8 @@
 #include <asm/termbits.h>
 
 /// One terminal of the kernel that is open for this program alone. The descriptor belongs to the
-/// object. A call that a signal interrupts goes on; no call blocks longer than the limit given.
+/// object. A call that a signal interrupts goes on; no call blocks longer than the limit given, in
+/// milliseconds, of which -1 waits for ever.
 ///
 /// Operations on a closed port, or on one that was pulled out, fail and have no other effect.
 class TerminalPort
@@ -21,6 +22,7 @@ public:
 
     /// Opens the node @p name, a path or the bare name of a node in /dev, for the directions in
     /// @p mode. False if it is missing, forbidden, no terminal, or in use by anyone.
+    /// Only while closed: an open terminal would be forgotten.
     bool open(const QString &name, QIODevice::OpenMode mode);
     void close();
     bool isOpen() const { return m_descriptor != -1; }
@@ -62,6 +64,8 @@ public:
 
 private:
     bool claim();
+    template <typename Step>
+    qint64 transfer(short event, qint64 size, int msecs, Step step) const;
     template <typename Argument>
     bool control(unsigned long request, Argument argument) const;
 

@@ -9,7 +9,6 @@ namespace {
 
 /// The bits of the data bits 5 to 8.
 constexpr std::array<tcflag_t, 4> Sizes{CS5, CS6, CS7, CS8};
-constexpr int SmallestByteSize = 5;
 
 /// The bits of the parities 0 to 4; PARENB stands apart, as checksParity does.
 constexpr std::array<tcflag_t, 5> Parities{0, PARODD, 0, PARODD | CMSPAR, CMSPAR};
@@ -43,7 +42,7 @@ void TermiosSettings::store(const LineSettings &settings, termios2 &line)
     line.c_cflag |= BOTHER;
     line.c_ispeed = line.c_ospeed = speed_t(settings.baudRate);
 
-    line.c_cflag |= Sizes.at(size_t(settings.byteSize - SmallestByteSize));
+    line.c_cflag |= Sizes.at(size_t(settings.byteSize - LineSettings::SmallestByteSize));
     line.c_cflag |= Parities.at(size_t(settings.parity));
     assign(line.c_cflag, PARENB, settings.checksParity);
     assign(line.c_cflag, CSTOPB, settings.stopBits != AbstractSerial::StopBits1);
@@ -56,14 +55,15 @@ LineSettings TermiosSettings::load(const termios2 &line)
 {
     LineSettings settings;
     settings.baudRate = int(line.c_ospeed);
-    settings.byteSize = SmallestByteSize
+    settings.byteSize = LineSettings::SmallestByteSize
         + int(std::distance(Sizes.begin(),
                             std::find(Sizes.begin(), Sizes.end(), line.c_cflag & CSIZE)));
     settings.checksParity = line.c_cflag & PARENB;
     settings.parity = parityNumber(line.c_cflag);
     if (line.c_cflag & CSTOPB) {
-        settings.stopBits = settings.byteSize == SmallestByteSize ? AbstractSerial::StopBits1_5
-                                                                  : AbstractSerial::StopBits2;
+        settings.stopBits = settings.byteSize == LineSettings::SmallestByteSize
+            ? AbstractSerial::StopBits1_5
+            : AbstractSerial::StopBits2;
     }
     settings.ctsFlow = line.c_cflag & CRTSCTS;
     settings.rtsControl = settings.ctsFlow ? LineSettings::RtsHandshake : LineSettings::RtsDisabled;

@@ -76,17 +76,20 @@ bool NativeSerialEnginePrivate::takeOver(QIODevice::OpenMode mode)
     }
     m_timeouts = COMMTIMEOUTS{};
     m_timeouts.ReadIntervalTimeout = ReadInterval;
+    readTotalTimeout = 0;
+    autoReadTotalTimeout = false;
     if (!SetCommTimeouts(port(), &m_timeouts)) {
         return false;
     }
-    readTotalTimeout = 0;
-    autoReadTotalTimeout = false;
     readBackSettings();
     return createEvents(mode);
 }
 
-// The line settings are read over the ones found on opening, and not given back, as the only things
-// that aren't. That is by design: the next program finds the line as the module was last spoken to.
+// By design the timeouts alone are given back. The line settings found on opening are read over
+// with the present ones, so the next program finds the line as the module was last spoken to.
+//
+// What was given back is held no more: an opening that fails before it has found anything is closed
+// through here, too, and would give this port the timeouts of the one that was open before.
 void NativeSerialEnginePrivate::restoreTimeouts()
 {
     if (std::exchange(oldSettingsSaved, false)) {
@@ -116,11 +119,12 @@ qint64 NativeSerialEnginePrivate::readBlock(char *data, qint64 size)
     if (!m_readRecord.hasEvent()) {
         return -1;
     }
-    const auto asked = static_cast<DWORD>(std::min(size, PortTransfer::ReadBlockSize));
-    const BOOL atOnce = ReadFile(port(), m_readBlock.data(), asked, nullptr, m_readRecord.begin());
-    const qint64 count = finish(m_readRecord, atOnce);
+    const BOOL atOnce = ReadFile(port(), m_readBlock.data(), static_cast<DWORD>(size), nullptr,
+                                 m_readRecord.begin());
+    // One that was given up may end in here in the place of this one, with more than is asked now.
+    const qint64 count = std::min(finish(m_readRecord, atOnce), size);
     if (count > 0) {
-        std::copy_n(m_readBlock.cbegin(), std::min<qint64>(count, asked), data);
+        std::copy_n(m_readBlock.cbegin(), count, data);
     }
     return count;
 }
@@ -130,10 +134,9 @@ qint64 NativeSerialEnginePrivate::writeBlock(const char *data, qint64 size)
     if (!m_writeRecord.hasEvent()) {
         return -1;
     }
-    const auto asked = static_cast<DWORD>(std::min(size, PortTransfer::WriteBlockSize));
-    std::copy_n(data, asked, m_writeBlock.begin());
-    const BOOL atOnce =
-        WriteFile(port(), m_writeBlock.data(), asked, nullptr, m_writeRecord.begin());
+    std::copy_n(data, size, m_writeBlock.begin());
+    const BOOL atOnce = WriteFile(port(), m_writeBlock.data(), static_cast<DWORD>(size), nullptr,
+                                  m_writeRecord.begin());
     return finish(m_writeRecord, atOnce);
 }
 

@@ -34,9 +34,10 @@ public:
     /// Ends all transfers and closes port and events. False if an event could not be closed.
     bool closePort();
 
-    /// Each moves one block of at most its size (see PortTransfer) and answers how many bytes were
-    /// moved, -1 on a failure or if the block took too long. A block moves for the direction that
-    /// the port is open for alone.
+    /// Each moves one block and answers how many bytes were moved, at most @p size; -1 on a
+    /// failure, if the block took too long, or if the port isn't open for that direction. @p size
+    /// is at most PortTransfer::ReadBlockSize or WriteBlockSize: the caller cuts its bytes into
+    /// blocks.
     qint64 readBlock(char *data, qint64 size);
     qint64 writeBlock(const char *data, qint64 size);
 

@@ -2,6 +2,7 @@
 
 #include "serial/AbstractSerialEngine.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QPointer>
 
@@ -23,6 +24,7 @@ AbstractSerialNotifier *AbstractSerialNotifier::createSerialNotifier(AbstractSer
 NativeSerialNotifier::NativeSerialNotifier(AbstractSerialEngine *engine)
     : QWinEventNotifier(engine)
     , m_engine(engine)
+    , m_rest(this)
 {
     if (m_wait.createEvent()) {
         setHandle(m_wait.event());
@@ -122,13 +124,17 @@ void NativeSerialNotifier::rearm()
 /// Has no effect while nothing is wanted, so that one that was dropped leaves alone the port that
 /// its engine has opened meanwhile: a driver takes one wait at a time. For the same reason a wait
 /// that is under way is left to itself. One that can't be started, say because the driver is still
-/// busy with the end of the one before, is tried again later; nobody is told.
+/// busy with the end of the one before, is tried again later; nobody is told. Without an open port
+/// nothing is tried: opening makes another notifier.
 void NativeSerialNotifier::startWait()
 {
-    if (!isEnabled() || m_wait.isPending()) {
+    if (!isEnabled() || m_wait.isPending() || m_engine->descriptor() == -1) {
         return;
     }
-    collectEvents();
+    if (collectEvents() & m_setMask) {
+        // The signal that was to tell of them is taken back by begin().
+        QCoreApplication::postEvent(this, new QEvent(QEvent::WinEventAct));
+    }
     if (!WaitCommEvent(port(), &m_delivered, m_wait.begin())
         && GetLastError() != ERROR_IO_PENDING) {
         m_wait.abandon();
@@ -136,11 +142,13 @@ void NativeSerialNotifier::startWait()
     }
 }
 
-/// Takes over what a wait has delivered. A new wait may begin before the event loop comes to tell
-/// of it, and would write over it.
-void NativeSerialNotifier::collectEvents()
+/// Takes over what a wait has delivered, and answers it. A new wait may begin before the event loop
+/// comes to tell of it, and would write over it.
+DWORD NativeSerialNotifier::collectEvents()
 {
-    m_eventMask |= std::exchange(m_delivered, 0);
+    const DWORD delivered = std::exchange(m_delivered, 0);
+    m_eventMask |= delivered;
+    return delivered;
 }
 
 /// A wait ends without an event when somebody set the mask, which the engine does when it waits

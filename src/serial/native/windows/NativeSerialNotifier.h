@@ -58,7 +58,7 @@ private:
     void rearm();
     void startWait();
     void startNextWait();
-    void collectEvents();
+    DWORD collectEvents();
     bool tellEngine();
     Qt::HANDLE port() const;
 

@@ -20,13 +20,14 @@ public:
     /// Null if there is none.
     HANDLE event() const { return m_event.get(); }
 
-    /// Clears the record, with the event not signalled, for an operation that gets the answer.
-    /// Without that an earlier operation that ended at once would seem to be the end of this one.
+    /// Makes the record ready for the next operation, which is given the answer: cleared, and with
+    /// the event not signalled. An operation that ends at once leaves the event signalled, which
+    /// would end the next one's wait before its time.
     OVERLAPPED *begin();
     /// Forgets an operation that could not be started.
     void abandon();
-    /// Waits for the end of an operation that was cancelled, which is there at once, with a driver
-    /// that is none of the quickest a moment later.
+    /// Waits for the end of an operation that was cancelled: most drivers end it at once, others a
+    /// moment later. Gives up after a second.
     void settle() const;
     /// Whether an operation is under way.
     bool isPending() const;

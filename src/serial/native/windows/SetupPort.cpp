@@ -1,9 +1,9 @@
 #include "SetupPort.h"
 
+#include "HardwareId.h"
 #include "RegistryKey.h"
 #include "RegistryVariant.h"
 #include "WindowsVersion.h"
-#include "serial/HardwareId.h"
 
 #include <QOperatingSystemVersion>
 
