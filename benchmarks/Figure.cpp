@@ -17,13 +17,13 @@ std::chrono::nanoseconds clockTime(clockid_t clock)
 
 void Figure::print() const
 {
-    QTextStream(stdout) << QStringLiteral("%1  %2 %4  against %3 %4  ratio %5  %6\n")
-                               .arg(name, -44)
-                               .arg(measured, 10, 'f', 3)
-                               .arg(comparedWith, 0, 'f', 3)
+    QTextStream(stdout) << QStringLiteral("| %1 | %2 %4 | %3 %4 | %5 | %6 |\n")
+                               .arg(name)
+                               .arg(measured, 0, 'g', 4)
+                               .arg(comparedWith, 0, 'g', 4)
                                .arg(unit)
-                               .arg(measured / comparedWith, 0, 'f', 4)
-                               .arg(goal ? QStringLiteral("goal <= %1").arg(*goal)
+                               .arg(measured / comparedWith, 0, 'g', 3)
+                               .arg(goal ? QStringLiteral("at most %1").arg(*goal)
                                          : QStringLiteral("for the record"));
 }
 

@@ -5,8 +5,8 @@
 #include <chrono>
 #include <optional>
 
-/// One measured figure against what it is compared with, printed as one row: name, measured value,
-/// floor or peer, ratio, goal.
+/// One measured figure against what it is compared with, printed as one row of a Markdown table:
+/// name, measured value, floor or peer, ratio, goal.
 struct Figure
 {
     QString name;

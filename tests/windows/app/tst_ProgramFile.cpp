@@ -137,7 +137,7 @@ void tst_ProgramFile::manifest()
         }
     }
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-    const int identity = said.values(u"assemblyIdentity.name"_s).indexOf(u"zdrm7710"_s);
+    const qsizetype identity = said.values(u"assemblyIdentity.name"_s).indexOf(u"zdrm7710"_s);
     QVERIFY(identity >= 0);
     QCOMPARE(said.values(u"assemblyIdentity.version"_s).value(identity),
              QStringLiteral(ZDR_PROGRAM_VERSION) + u".0.0"_s);
