@@ -158,22 +158,25 @@ void tst_EncoderInitializationThread::endsAtOnce_data()
 {
     using Thread = std::unique_ptr<EncoderInitializationThread>;
     QTest::addColumn<EndOf>("end");
-    QTest::newRow("by its call") << EndOf([](Thread &thread) { thread->end(); });
-    QTest::newRow("with its object") << EndOf([](Thread &thread) { thread.reset(); });
+    QTest::addColumn<int>("mostReady");
+    QTest::newRow("by its call") << EndOf([](Thread &thread) { thread->end(); }) << 0;
+    QTest::newRow("with its object") << EndOf([](Thread &thread) { thread.reset(); }) << 0;
     QTest::newRow("with the program") << EndOf([](Thread &) {
         QTimer::singleShot(0, QCoreApplication::instance(), [] { QCoreApplication::exit(3); });
         QCOMPARE(QCoreApplication::exec(), 3);
-    });
+    }) << 0;
+    // A thread that hasn't come to its sleep yet sees the stop first, and says that it is ready.
     QTest::newRow("after a stop") << EndOf([](Thread &thread) {
         thread->stop();
         thread.reset();
-    });
+    }) << 1;
 }
 
 /// In the middle of a long sleep, and without a last signal.
 void tst_EncoderInitializationThread::endsAtOnce()
 {
     QFETCH(const EndOf, end);
+    QFETCH(const int, mostReady);
     QSemaphore reached;
     std::atomic<int> ready = 0;
     std::atomic<int> calls = 0;
@@ -195,7 +198,7 @@ void tst_EncoderInitializationThread::endsAtOnce()
     end(thread);
     QVERIFY(sinceEnd.elapsed() < LongSleep.count() / 2);
     QVERIFY(!thread || thread->isFinished());
-    QCOMPARE(ready, 0);
+    QVERIFY(ready <= mostReady);
     QCOMPARE(calls, 1);
 }
 
